@@ -1,0 +1,279 @@
+// tests/containers/sequence_algorithms_test.cpp
+//
+// The cursor sequence and the algorithms written once on it, exercised through ZtDynArray over a
+// trivially copyable and a counted element type.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "tests/support/containers.h"
+#include "tests/support/tracked.h"
+#include "zt/containers/array.h"
+#include "zt/containers/dyn_array.h"
+
+namespace zt::test {
+namespace {
+
+template <class T>
+class SequenceTest : public ::testing::Test {
+ protected:
+  using Seq = ZtDynArray<T>;
+  static Seq Make(std::initializer_list<int> values) {
+    Seq s;
+    for (int v : values) s.Append(T(v));
+    return s;
+  }
+  static std::vector<T> V(std::initializer_list<int> values) {
+    return {values.begin(), values.end()};
+  }
+};
+using ElementTypes = ::testing::Types<int, Tracked>;
+TYPED_TEST_SUITE(SequenceTest, ElementTypes);
+
+TYPED_TEST(SequenceTest, NewSequenceStandsBeforeTheStart) {
+  typename TestFixture::Seq s;
+  EXPECT_EQ(s.GetLength(), 0);
+  EXPECT_EQ(s.GetCur(), -1);
+  EXPECT_EQ(s.GetMaxIndex(), -1);
+  EXPECT_TRUE(s.IsBegin() && s.IsOut() && s.IsEmpty());
+  EXPECT_FALSE(s.IsEnd());
+  s.MoveToFirst();
+  EXPECT_TRUE(s.IsEnd() && s.IsOut());
+}
+
+TYPED_TEST(SequenceTest, InsertionsAndDeletionsPlaceTheCursor) {
+  auto s = this->Make({1, 2, 3, 4});
+  EXPECT_EQ(s.Append(TypeParam(5)), 4);
+  EXPECT_EQ(s.GetCur(), 4);
+  s.InsertHead(TypeParam(0));
+  EXPECT_EQ(s.GetCur(), 0);
+  s.Insert(3, TypeParam(9));
+  EXPECT_EQ(Values(s), this->V({0, 1, 2, 9, 3, 4, 5}));
+  EXPECT_EQ(s.GetCur(), 3);
+  s.DelHead();
+  EXPECT_EQ(s.GetCur(), -1);
+  s.DelTail();
+  EXPECT_EQ(s.GetCur(), 4);
+  s.Del(2);
+  EXPECT_EQ(Values(s), this->V({1, 2, 3, 4}));
+  EXPECT_EQ(s.GetCur(), 1);
+  s.MoveToLast();
+  s.MoveToNext();
+  EXPECT_EQ(s.GetCur(), 4);  // not stopped at the end
+}
+
+TYPED_TEST(SequenceTest, SubscriptGrowsAndMovesTheCursorConstSubscriptDoesNot) {
+  auto s = this->Make({1, 2, 3});
+  const auto& cs = s;
+  EXPECT_EQ(cs[1], TypeParam(2));
+  EXPECT_EQ(s.GetCur(), 2);
+  s[7] = TypeParam(8);
+  EXPECT_EQ(s.GetLength(), 8);
+  EXPECT_EQ(s.GetCur(), 7);
+  EXPECT_EQ(s.GetTo(-1), nullptr);
+  EXPECT_EQ(s.GetTo(8), nullptr);
+  EXPECT_EQ(*s.GetTo(7), TypeParam(8));
+}
+
+TYPED_TEST(SequenceTest, MovePutsTheElementBeforeTheTargetIndex) {
+  struct Case {
+    ZtLong from, to;
+    std::vector<int> result;
+    ZtLong cursor;
+  };
+  for (const Case& c :
+       {Case{0, 3, {2, 3, 1, 4}, 2}, Case{3, 0, {4, 1, 2, 3}, 0}, Case{1, 4, {1, 3, 4, 2}, 3}}) {
+    auto s = this->Make({1, 2, 3, 4});
+    EXPECT_TRUE(s.Move(c.from, c.to));
+    EXPECT_EQ(Values(s), std::vector<TypeParam>(c.result.begin(), c.result.end()));
+    EXPECT_EQ(s.GetCur(), c.cursor);
+  }
+  auto s = this->Make({1, 2, 3, 4});
+  s.MoveTo(1);
+  for (auto [from, to] : {std::pair{2, 2}, {2, 3}, {-1, 2}, {0, 9}}) EXPECT_FALSE(s.Move(from, to));
+  EXPECT_EQ(Values(s), this->V({1, 2, 3, 4}));
+  EXPECT_EQ(s.GetCur(), 1);
+}
+
+TYPED_TEST(SequenceTest, ExchangeSetAllAndSizeChanges) {
+  auto s = this->Make({1, 2, 3});
+  s.Exchange(0, 2);
+  EXPECT_EQ(Values(s), this->V({3, 2, 1}));
+  EXPECT_EQ(s.GetCur(), 0);
+  s.Exchange(1, 4);  // grows to cover index 4 first
+  EXPECT_EQ(s.GetLength(), 5);
+  EXPECT_EQ(s[4], TypeParam(2));
+  s.Exchange(-1, 0);  // ignored
+  s.SetLength(2, true);
+  s.SetAll(TypeParam(7));
+  EXPECT_EQ(Values(s), this->V({7, 7}));
+  EXPECT_EQ(s.GetCur(), 2);
+  s.IncreaseSize(3);
+  EXPECT_EQ(s.GetLength(), 5);
+  EXPECT_EQ(s[1], TypeParam(7));
+  s.DecreaseSize(2);
+  EXPECT_EQ(s.GetLength(), 3);
+  s.DecreaseSize(9);
+  EXPECT_EQ(s.GetLength(), 0);
+  auto t = this->Make({1, 2, 3});
+  t.ZtDynArrayBase<TypeParam>::Reset();  // the base body, deleting from the tail
+  EXPECT_EQ(t.GetLength(), 0);
+  EXPECT_EQ(t.GetCur(), -1);
+}
+
+TYPED_TEST(SequenceTest, FindClampsTheRangeAndReturnsTheFirstHit) {
+  const auto s = this->Make({0, 5, 1, 5});
+  const TypeParam x(5);
+  EXPECT_EQ(s.Find(x, 0, -1), 1);
+  EXPECT_EQ(s.Find(x, 2, -1), 3);
+  EXPECT_EQ(s.Find(x, 2, 2), -1);
+  EXPECT_EQ(s.Find(x, 0, 99), 1);
+  EXPECT_EQ(s.Find(x, 3, -7), 3);
+  EXPECT_EQ(s.Find(x, 4, -1), -1);
+  EXPECT_EQ(s.Find(x, -1, -1), -1);
+}
+
+TYPED_TEST(SequenceTest, FindAllPushesAscendingAndCountsWhatTheQueueHolds) {
+  const auto s = this->Make({0, 5, 1, 5});
+  VectorQuene hits;
+  EXPECT_EQ(s.Find(TypeParam(5), hits, 0, -1), 2);
+  EXPECT_EQ(hits.items(), (std::vector<ZtLong>{1, 3}));
+  EXPECT_EQ(s.Find(TypeParam(5), hits, 0, -7), 2);  // -7 is an empty range, not the end
+  EXPECT_EQ(s.Find(TypeParam(9), hits), 2);
+  EXPECT_EQ(s.Find(TypeParam(5), hits, 2, 99), 3);
+  VectorQuene bounded(1);
+  EXPECT_EQ(s.Find(TypeParam(5), bounded), 1);  // the refused index is lost
+  EXPECT_EQ(bounded.items(), (std::vector<ZtLong>{1}));
+}
+
+TYPED_TEST(SequenceTest, CursorSearchesAndDeletionByValue) {
+  auto s = this->Make({5, 0, 5});
+  EXPECT_TRUE(s.FindTo(TypeParam(5), 1));
+  EXPECT_EQ(s.GetCur(), 2);
+  EXPECT_FALSE(s.FindTo(TypeParam(7), 0));
+  EXPECT_EQ(s.GetCur(), 3);
+  EXPECT_EQ(s.FindOrAppend(TypeParam(7)), 3);
+  EXPECT_EQ(s.FindOrAppend(TypeParam(7)), 3);
+  s.MoveTo(1);
+  EXPECT_EQ(s.FindOrAppend(TypeParam(0)), 1);
+  EXPECT_EQ(s.GetCur(), 1);
+  s.FindOrInsertHead(TypeParam(9));
+  s.FindOrInsertHead(TypeParam(9));
+  EXPECT_EQ(Values(s), this->V({9, 5, 0, 5, 7}));
+  EXPECT_EQ(s.GetCur(), 0);
+  auto d = this->Make({5, 5, 1, 5});
+  EXPECT_EQ(d.FindDel(TypeParam(5)), 3);
+  EXPECT_EQ(Values(d), this->V({1}));
+  EXPECT_EQ(d.FindDel(TypeParam(5)), 0);
+}
+
+TYPED_TEST(SequenceTest, BinarySearchAndInsertionPoint) {
+  auto s = this->Make({1, 3, 5, 7});
+  EXPECT_EQ(s.BFind(TypeParam(5)), 2);
+  EXPECT_EQ(s.BFind(TypeParam(0)), -1);
+  EXPECT_EQ(s.BFind(TypeParam(9)), -1);
+  EXPECT_EQ(s.BFind(TypeParam(4)), -1);
+  EXPECT_EQ(this->Make({}).BFind(TypeParam(1)), -1);
+  struct Case {
+    int v;
+    bool found;
+    ZtLong cursor;
+  };
+  for (const Case& c : {Case{4, false, 2}, Case{9, false, 4}, Case{0, false, 0}, Case{7, true, 3},
+                        Case{2, false, 1}, Case{6, false, 3}, Case{1, true, 0}}) {
+    EXPECT_EQ(s.BFindTo(TypeParam(c.v)), c.found) << c.v;
+    EXPECT_EQ(s.GetCur(), c.cursor) << c.v;
+  }
+  auto empty = this->Make({});
+  EXPECT_FALSE(empty.BFindTo(TypeParam(1)));
+  EXPECT_EQ(empty.GetCur(), 0);
+  EXPECT_FALSE(s.BFindTo(TypeParam(8), -5, 99));  // out-of-range ends are clamped
+  EXPECT_EQ(s.GetCur(), 4);
+}
+
+TYPED_TEST(SequenceTest, SortIntoKeepsOrderAndArrivalOfEquals) {
+  auto s = this->Make({1, 3, 5});
+  EXPECT_TRUE(s.SortInto(TypeParam(4), false));
+  EXPECT_EQ(Values(s), this->V({1, 3, 4, 5}));
+  EXPECT_EQ(s.GetCur(), 2);
+  EXPECT_FALSE(s.SortInto(TypeParam(3), false));
+  EXPECT_EQ(s.GetCur(), 1);
+  EXPECT_TRUE(s.SortInto(TypeParam(3), true));
+  EXPECT_EQ(Values(s), this->V({1, 3, 3, 4, 5}));
+  EXPECT_EQ(s.GetCur(), 2);
+  auto one = this->Make({9});
+  EXPECT_TRUE(one.SortInto(TypeParam(9), true));
+  EXPECT_EQ(Values(one), this->V({9, 9}));
+  EXPECT_EQ(one.GetCur(), 1);
+}
+
+TYPED_TEST(SequenceTest, ReverseSwapsThroughTheGrowingSubscript) {
+  auto s = this->Make({1, 2, 3, 4, 5});
+  s.Reverse(0, -1);
+  EXPECT_EQ(Values(s), this->V({5, 4, 3, 2, 1}));
+  EXPECT_EQ(s.GetCur(), 3);
+  s.Reverse(1, 3);
+  EXPECT_EQ(Values(s), this->V({5, 2, 3, 4, 1}));
+  EXPECT_EQ(s.GetCur(), 3);
+  s.MoveTo(0);
+  s.Reverse(2, 2);
+  s.Reverse(3, 1);
+  s.Reverse(-2, 1);
+  EXPECT_EQ(Values(s), this->V({5, 2, 3, 4, 1}));
+  EXPECT_EQ(s.GetCur(), 0);
+  s.Reverse(4, 5);  // extends to 6 elements, then swaps
+  EXPECT_EQ(s.GetLength(), 6);
+  EXPECT_EQ(s[5], TypeParam(1));
+}
+
+TYPED_TEST(SequenceTest, SlicesReplaceTheTargetAndClampTheirRange) {
+  const auto s = this->Make({1, 2, 3});
+  auto out = this->Make({8, 8, 8, 8});
+  s.Right(2, out);
+  EXPECT_EQ(Values(out), this->V({2, 3}));
+  EXPECT_TRUE(out.IsOut());
+  s.Mid(1, 1, out);
+  EXPECT_EQ(Values(out), this->V({2}));
+  s.Left(0, out);
+  EXPECT_TRUE(out.IsEmpty());
+  s.Left(9, out);
+  EXPECT_EQ(Values(out), this->V({1, 2, 3}));
+  s.Mid(-4, 7, out);
+  EXPECT_EQ(Values(out), this->V({1, 2, 3}));
+  auto self = this->Make({1, 2, 3, 4});
+  self.Right(3, self);
+  self.Mid(1, 1, self);
+  EXPECT_EQ(Values(self), this->V({3}));
+}
+
+TYPED_TEST(SequenceTest, CopiesAndAppendsOfWholeSequences) {
+  auto a = this->Make({1, 2});
+  a << this->Make({3});
+  EXPECT_EQ(Values(a), this->V({1, 2, 3}));
+  EXPECT_TRUE(a.IsOut());
+  a << a;
+  EXPECT_EQ(Values(a), this->V({1, 2, 3, 1, 2, 3}));
+  a.MoveTo(2);
+  a.DeepCopy(a);
+  EXPECT_EQ(Values(a), this->V({1, 2, 3, 1, 2, 3}));
+  EXPECT_EQ(a.GetCur(), 2);
+  ZtArray<TypeParam> fixed(this->Make({4, 5}));
+  a.DeepCopy(fixed);
+  EXPECT_EQ(Values(a), this->V({4, 5}));
+  EXPECT_EQ(a.GetCur(), 2);
+  a << fixed;
+  EXPECT_EQ(Values(a), this->V({4, 5, 4, 5}));
+}
+
+TYPED_TEST(SequenceTest, EqualityComparesElementsOrderingComparesLengths) {
+  EXPECT_TRUE(this->Make({1, 2}) == this->Make({1, 2}));
+  EXPECT_TRUE(this->Make({1, 2}) != this->Make({1, 3}));
+  EXPECT_FALSE(this->Make({1}) == this->Make({1, 2}));
+  EXPECT_TRUE(this->Make({}) == this->Make({}));
+  EXPECT_TRUE(this->Make({9}) < this->Make({1, 2}));
+  EXPECT_FALSE(this->Make({1, 2}) < this->Make({9, 9}));
+  EXPECT_FALSE(this->Make({1, 2}) > this->Make({9, 9}));
+}
+
+}  // namespace
+}  // namespace zt::test

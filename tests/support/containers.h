@@ -1,0 +1,91 @@
+// tests/support/containers.h
+//
+// Helpers for container tests: building a sequence from a list of values, reading it back, a
+// plain hit queue over std::vector, and the state snapshots the strong-guarantee checks compare.
+#ifndef ZT_TESTS_SUPPORT_CONTAINERS_H_
+#define ZT_TESTS_SUPPORT_CONTAINERS_H_
+
+#include <initializer_list>
+#include <tuple>
+#include <vector>
+
+#include "zt/containers/array.h"
+#include "zt/containers/dyn_array.h"
+#include "zt/containers/dyn_array_base.h"
+#include "zt/containers/quene.h"
+
+namespace zt::test {
+
+/// The elements of a sequence, read by address (the cursor does not move).
+template <class T>
+std::vector<T> Values(const ZtDynArrayBase<T>& s) {
+  std::vector<T> out;
+  out.reserve(static_cast<std::size_t>(s.GetLength()));
+  for (const T* p = s.GetFirst(); p != nullptr; p = s.GetNext(p)) out.push_back(*p);
+  return out;
+}
+
+template <class T>
+std::vector<T> Values(const ZtArray<T>& a) {
+  const T* data = a.GetDataBuffer();
+  return std::vector<T>(data, data + a.GetLength());
+}
+
+/// Appends each value; returns the sequence for chaining into assertions.
+template <class Seq, class T>
+Seq& Fill(Seq& s, std::initializer_list<T> values) {
+  for (const T& v : values) s.Append(v);
+  return s;
+}
+
+/// A hit queue over std::vector; with a limit it refuses pushes beyond it.
+class VectorQuene : public ZtQuene<ZtLong> {
+ public:
+  explicit VectorQuene(ZtLong limit = -1) : m_limit(limit) {}
+  void Clear() override { m_items.clear(); }
+  ZtLong GetCount() const override { return static_cast<ZtLong>(m_items.size()); }
+  ZtLong& operator[](ZtLong i) override { return m_items.at(static_cast<std::size_t>(i)); }
+  bool GetHead(ZtLong& out) override {
+    if (m_items.empty()) return false;
+    out = m_items.front();
+    return true;
+  }
+  bool GetTail(ZtLong& out) override {
+    if (m_items.empty()) return false;
+    out = m_items.back();
+    return true;
+  }
+  bool Push(const ZtLong& v) override {
+    if (m_limit >= 0 && GetCount() >= m_limit) return false;
+    m_items.push_back(v);
+    return true;
+  }
+  bool Pop(ZtLong& out) override {
+    if (m_items.empty()) return false;
+    out = m_items.front();
+    m_items.erase(m_items.begin());
+    return true;
+  }
+  const std::vector<ZtLong>& items() const { return m_items; }
+
+ private:
+  std::vector<ZtLong> m_items;
+  ZtLong m_limit;
+};
+
+/// Everything observable about a dynamic array: length, capacity, cursor, unit, buffer, contents.
+template <class T>
+auto DynArrayState(const ZtDynArray<T>& a) {
+  return std::make_tuple(a.GetLength(), a.GetSpaceSize(), a.GetCur(), a.GetAllocUnit(),
+                         static_cast<const void*>(a.GetFirst()), Values(a));
+}
+
+/// Everything observable about a fixed array: buffer and contents.
+template <class T>
+auto ArrayState(const ZtArray<T>& a) {
+  return std::make_tuple(static_cast<const void*>(a.GetDataBuffer()), Values(a));
+}
+
+}  // namespace zt::test
+
+#endif  // ZT_TESTS_SUPPORT_CONTAINERS_H_

@@ -1,0 +1,3 @@
+#include "tests/support/tracked.h"
+
+long Tracked::s_live = 0;

@@ -1,0 +1,45 @@
+// zt/config.h
+//
+// Build-wide definitions every zt header relies on:
+//   ZtLong  - the library's 32-bit index, length and count type (long on Windows, where it is
+//             32 bits wide; std::int32_t elsewhere).
+//   ZT_API  - marks what the shared library exports. Everything else is built hidden.
+//             Exported template instantiations are declared `extern template class ZT_API`
+//             in the headers and defined with ZT_INSTANTIATION_API in the library.
+//
+//   ZtLong n = array.GetLength();
+//   class ZT_API ZtSomething { ... };
+#ifndef ZT_CONFIG_H_
+#define ZT_CONFIG_H_
+
+#include <cstdint>
+
+#if defined(_WIN32)
+using ZtLong = long;
+#else
+using ZtLong = std::int32_t;
+#endif
+static_assert(sizeof(ZtLong) == 4, "ZtLong must be 32 bits wide");
+
+#if defined(ZT_STATIC)
+#define ZT_API
+#elif defined(_WIN32)
+#if defined(ZT_BUILDING)
+#define ZT_API __declspec(dllexport)
+#else
+#define ZT_API __declspec(dllimport)
+#endif
+#else
+#define ZT_API __attribute__((visibility("default")))
+#endif
+
+// ZT_INSTANTIATION_API goes on the explicit instantiation definitions inside the library. With
+// GCC and Clang the visibility comes from the extern template declaration in the header, and
+// repeating it on the definition is an error; Windows needs the export on the definition too.
+#if defined(_WIN32) && !defined(ZT_STATIC)
+#define ZT_INSTANTIATION_API ZT_API
+#else
+#define ZT_INSTANTIATION_API
+#endif
+
+#endif  // ZT_CONFIG_H_

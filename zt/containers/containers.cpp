@@ -1,0 +1,10 @@
+// The container instantiations compiled into the library. Clients of these element types link
+// against these copies; the headers declare them extern.
+#include "zt/containers/array.h"
+#include "zt/containers/dyn_array.h"
+#include "zt/containers/dyn_array_base.h"
+
+template class ZT_INSTANTIATION_API ZtDynArrayBase<char>;
+template class ZT_INSTANTIATION_API ZtDynArray<char>;
+template class ZT_INSTANTIATION_API ZtArray<char>;
+template class ZT_INSTANTIATION_API ZtArray<wchar_t>;

@@ -1,0 +1,216 @@
+// zt/containers/dyn_array.h
+//
+// ZtDynArray<T>: a growable array on one contiguous buffer, with a built-in cursor.
+//
+// Growth adds a fixed number of spare slots (the allocation unit, 10 by default) beyond the
+// length asked for; the buffer never shrinks by itself. Copies, SetLength, SetSpaceSize, Attach
+// and whole-sequence appends size it exactly. The cursor may stand at GetLength() after the last
+// element, where InsertCur appends.
+//
+//   ZtDynArray<int> a;
+//   a << 3 << 1 << 2;          // [3, 1, 2], capacity 11, cursor on 2
+//   a.Sort(true);              // [1, 2, 3], stable, cursor unchanged
+//
+// Both sorts are the stable rank sort: exactly n(n-1)/2 comparisons, each element moved once.
+// Every growth is all-or-nothing: when the allocation throws std::bad_alloc the array keeps its
+// length, capacity, buffer and contents. T must be default-constructible and copy-assignable.
+//
+// Out of contract and ignored, never touching memory outside the buffer: SetCurData, DelCur with
+// the cursor out; InsertCur with the cursor outside [0, length]; GetAt past the end and
+// GetCurData with the cursor out (they yield a scratch value). Negative lengths count as 0.
+#ifndef ZT_CONTAINERS_DYN_ARRAY_H_
+#define ZT_CONTAINERS_DYN_ARRAY_H_
+
+#include <functional>
+
+#include "zt/config.h"
+#include "zt/containers/dyn_array_base.h"
+#include "zt/containers/internal/element_ops.h"
+
+/// Contiguous growable array. Owns its buffer (allocated with array new) from construction or
+/// Attach until Detach or destruction; for pointer elements it owns the slots, not the objects.
+template <class T>
+class ZtDynArray : public ZtDynArrayBase<T> {
+  using Base = ZtDynArrayBase<T>;
+
+ public:
+  /// An empty array with `spaceSize` slots reserved and the given allocation unit.
+  explicit ZtDynArray(ZtLong spaceSize = 0, ZtLong allocUnit = 10) : m_allocUnit(allocUnit) {
+    if (spaceSize > 0) {
+      m_data = zt::detail::CopyIntoNew<T>(spaceSize, nullptr, 0);
+      m_spaceSize = spaceSize;
+    }
+  }
+  /// An exact-size copy (capacity == length) with the default allocation unit; the copy's
+  /// cursor stands at its end.
+  ZtDynArray(const ZtDynArray& src) : Base() { this->DeepCopy(src); }
+  /// The same, copying from any sequence (a list included).
+  explicit ZtDynArray(const Base& src) { this->DeepCopy(src); }
+  /// Copies the elements; the allocation unit stays as it was.
+  ZtDynArray& operator=(const ZtDynArray& src) {
+    if (this != &src) this->DeepCopy(src);
+    return *this;
+  }
+  ZtDynArray& operator=(const Base& src) {
+    this->DeepCopy(src);
+    return *this;
+  }
+  ~ZtDynArray() override { delete[] m_data; }
+
+  /// Makes the length n. When n exceeds the capacity the buffer becomes n + allocation unit
+  /// slots; a smaller n only lowers the length. The cursor does not move.
+  void ReAllocate(ZtLong n) override;
+  /// Makes length and capacity exactly n (no buffer for 0). When n already equals the capacity
+  /// nothing is reallocated and the contents stay even without `keep`.
+  void SetLength(ZtLong n, bool keep) override;
+  /// Length 0 and cursor -1; the buffer stays.
+  void Reset() override {
+    this->m_length = 0;
+    this->m_cur = -1;
+  }
+  T& GetCurData() override {
+    // m_data holds m_length elements whenever the cursor names one.
+    // NOLINTNEXTLINE(clang-analyzer-core.uninitialized.UndefReturn)
+    return this->IsOut() ? zt::detail::Sink<T>() : m_data[this->m_cur];
+  }
+  void SetCurData(const T& v) override {
+    if (!this->IsOut()) m_data[this->m_cur] = v;
+  }
+  const T* GetFirst() const override { return this->m_length != 0 ? m_data : nullptr; }
+  const T* GetNext(const T* p) const override {
+    return Contains(p, this->m_length - 1) ? p + 1 : nullptr;
+  }
+  const T* GetPre(const T* p) const override {
+    return Contains(p, this->m_length) && p != m_data ? p - 1 : nullptr;
+  }
+  const T* GetLast() const override {
+    return this->m_length != 0 ? m_data + (this->m_length - 1) : nullptr;
+  }
+  const T& GetAt(ZtLong i) const override {
+    return this->IsValidIndex(i) ? m_data[i] : zt::detail::Sink<T>();
+  }
+  void InsertCur(const T& v) override;
+  void DelCur() override;
+  void Sort(int (*cmp)(const T&, const T&)) override;
+  void Sort(bool ascending) override;
+
+  ZtLong GetSpaceSize() const { return m_spaceSize; }
+  ZtLong GetAllocUnit() const { return m_allocUnit; }
+  /// Affects only later growth.
+  void SetAllocUnit(ZtLong n) { m_allocUnit = n; }
+  /// Sets the capacity to exactly n, keeping length and contents. False, nothing changed, when n
+  /// is below the length. The only way to release spare capacity.
+  bool SetSpaceSize(ZtLong n);
+  /// Adopts p (allocated with array new for at least n elements) as the buffer: length and
+  /// capacity become n. The old buffer is released; cursor and allocation unit stay.
+  void Attach(ZtLong n, T* p);
+  /// Hands the buffer to the caller (release it with array delete). The array is left empty and
+  /// bufferless with the cursor at -1.
+  T* Detach();
+
+ protected:
+  T* m_data = nullptr;
+  ZtLong m_spaceSize = 0;
+  ZtLong m_allocUnit = 10;
+
+ private:
+  // True when p is the address of one of the first `count` elements.
+  bool Contains(const T* p, ZtLong count) const {
+    return p != nullptr && count > 0 && !std::less<const T*>()(p, m_data) &&
+           std::less<const T*>()(p, m_data + count);
+  }
+};
+
+template <class T>
+void ZtDynArray<T>::ReAllocate(ZtLong n) {
+  if (n < 0) n = 0;
+  if (n > m_spaceSize) {
+    ZtLong space = zt::detail::AddLength(n, m_allocUnit > 0 ? m_allocUnit : 0);
+    T* fresh = zt::detail::CopyIntoNew(space, m_data, this->m_length);
+    delete[] m_data;
+    m_data = fresh;
+    m_spaceSize = space;
+  }
+  this->m_length = n;
+}
+
+template <class T>
+void ZtDynArray<T>::SetLength(ZtLong n, bool keep) {
+  if (n < 0) n = 0;
+  if (n != m_spaceSize) {
+    T* fresh = zt::detail::CopyIntoNew(n, keep ? m_data : nullptr, this->m_length);
+    delete[] m_data;
+    m_data = fresh;
+  }
+  m_spaceSize = n;
+  this->m_length = n;
+}
+
+template <class T>
+bool ZtDynArray<T>::SetSpaceSize(ZtLong n) {
+  if (n < this->m_length) return false;
+  if (n == m_spaceSize) return true;
+  const ZtLong length = this->m_length;
+  this->SetLength(n, true);
+  this->m_length = length;
+  return true;
+}
+
+template <class T>
+void ZtDynArray<T>::Attach(ZtLong n, T* p) {
+  if (p != m_data) delete[] m_data;
+  m_data = p;
+  if (p == nullptr || n < 0) n = 0;
+  this->m_length = n;
+  m_spaceSize = n;
+}
+
+template <class T>
+T* ZtDynArray<T>::Detach() {
+  T* p = m_data;
+  m_data = nullptr;
+  m_spaceSize = 0;
+  this->m_length = 0;
+  this->m_cur = -1;
+  return p;
+}
+
+template <class T>
+void ZtDynArray<T>::InsertCur(const T& v) {
+  const ZtLong at = this->m_cur;
+  if (at < 0 || at > this->m_length) return;
+  // A copy, because v may be an element of this array and the growth below may free it.
+  const T copy = v;  // NOLINT(performance-unnecessary-copy-initialization)
+  this->ReAllocate(zt::detail::AddLength(this->m_length, 1));
+  zt::detail::MoveRange(m_data + at + 1, m_data + at, this->m_length - 1 - at);
+  m_data[at] = copy;
+}
+
+template <class T>
+void ZtDynArray<T>::DelCur() {
+  if (this->IsOut()) return;
+  const ZtLong at = this->m_cur;
+  zt::detail::MoveRange(m_data + at, m_data + at + 1, this->m_length - 1 - at);
+  this->ReAllocate(this->m_length - 1);
+  this->m_cur = at - 1;
+}
+
+template <class T>
+void ZtDynArray<T>::Sort(int (*cmp)(const T&, const T&)) {
+  if (cmp == nullptr) return;
+  zt::detail::RankSort(m_data, this->m_length,
+                       [cmp](const T& a, const T& b) { return cmp(a, b) > 0; });
+}
+
+template <class T>
+void ZtDynArray<T>::Sort(bool ascending) {
+  if (ascending) {
+    zt::detail::RankSort(m_data, this->m_length, zt::detail::Greater<T>);
+  } else {
+    zt::detail::RankSort(m_data, this->m_length, zt::detail::Less<T>);
+  }
+}
+
+extern template class ZT_API ZtDynArray<char>;
+
+#endif  // ZT_CONTAINERS_DYN_ARRAY_H_

@@ -1,0 +1,509 @@
+// zt/containers/dyn_array_base.h
+//
+// ZtDynArrayBase<T>: the abstract cursor sequence that every growable container implements, and
+// the algorithms written once against it (searches, binary search, sorted insertion, reversal,
+// slicing, copying, comparison).
+//
+// A sequence is m_length values indexed from 0 plus one built-in cursor m_cur. The cursor is a
+// plain index that the base never clamps: -1 stands before the first element; on an array the
+// cursor after the last element is m_length (a list wraps it to -1). Iterate with
+//
+//   for (s.MoveToFirst(); !s.IsOut(); s.MoveToNext()) use(s.GetCurData());
+//
+// DelCur() leaves the cursor on the element before the removed one, so deleting inside that loop
+// works. Insertions leave the cursor on the new element. The const algorithms (Find, BFind, Left,
+// Right, Mid, ==) walk by address and never move the cursor; the others move it as documented.
+//
+//   ZtDynArray<int> a;
+//   a << 1 << 3 << 5;              // [1, 3, 5], cursor on 2
+//   a.SortInto(4, false);          // [1, 3, 4, 5], cursor on the new 4
+//
+// Ranges: `from` and `to` are inclusive; `to == -1` always means the last index and each search
+// says which other values it clamps. Ordering comparisons treat char as signed, wchar_t as
+// unsigned and pointers as unsigned addresses; other types use their own ==, !=, < and >.
+//
+// Out-of-contract calls never touch memory outside the storage: reading the element at an out
+// cursor or invalid index yields a scratch default value, writing it is lost, and edits at an
+// invalid place (negative indices to Insert, Del, Exchange, Move, Reverse) are ignored.
+// Allocation failure propagates as std::bad_alloc from the container that grows.
+#ifndef ZT_CONTAINERS_DYN_ARRAY_BASE_H_
+#define ZT_CONTAINERS_DYN_ARRAY_BASE_H_
+
+#include <memory>
+
+#include "zt/config.h"
+#include "zt/containers/internal/element_ops.h"
+#include "zt/containers/quene.h"
+
+template <class T>
+class ZtArray;
+
+/// Abstract cursor sequence: m_length elements and one cursor, behind a 25-slot virtual interface.
+/// Derived containers keep m_length and m_cur current; everything here relies only on the slots.
+template <class T>
+class ZtDynArrayBase {
+ public:
+  ZtDynArrayBase() = default;
+  /// Copies the two counters only; derived classes copy the elements through DeepCopy.
+  ZtDynArrayBase(const ZtDynArrayBase&) = default;
+  ZtDynArrayBase& operator=(const ZtDynArrayBase&) = default;
+
+  // ---- The virtual interface, in slot order -------------------------------------------------
+
+  /// Makes the length n. Growing keeps the elements and leaves the new tail unspecified;
+  /// shrinking drops the tail on an array (a list ignores it). The cursor does not move.
+  virtual void ReAllocate(ZtLong n) = 0;
+  virtual ~ZtDynArrayBase() = default;
+  /// Makes the length exactly n; with `keep` the first min(n, old length) elements survive,
+  /// without it no value is guaranteed. The cursor does not move.
+  virtual void SetLength(ZtLong n, bool keep) = 0;
+  /// Empties the sequence; the cursor becomes -1.
+  virtual void Reset();
+  /// The element at the cursor (a scratch value when the cursor is out).
+  virtual T& GetCurData() = 0;
+  /// Assigns the element at the cursor; ignored when the cursor is out.
+  virtual void SetCurData(const T& v) = 0;
+  virtual void MoveToFirst() { m_cur = 0; }
+  virtual void MoveToNext() { m_cur = m_cur + 1; }
+  virtual void MoveToPre() { m_cur = m_cur - 1; }
+  virtual void MoveToLast() { m_cur = m_length - 1; }
+  /// Puts the cursor on i, unchecked.
+  virtual void MoveTo(ZtLong i) { m_cur = i; }
+  /// Element i, growing the sequence to i + 1 elements when i is past the end (the new tail is
+  /// unspecified). Leaves the cursor on i.
+  virtual T& operator[](ZtLong i);
+  /// Address of the first element, or null when empty.
+  virtual const T* GetFirst() const = 0;
+  /// Address of the element after *p; null when p is null or the last element.
+  virtual const T* GetNext(const T* p) const = 0;
+  /// Address of the element before *p; null when p is null or the first element.
+  virtual const T* GetPre(const T* p) const = 0;
+  /// Address of the last element, or null when empty.
+  virtual const T* GetLast() const = 0;
+  /// Element i without moving the cursor (a scratch value when i is not a valid index).
+  virtual const T& GetAt(ZtLong i) const = 0;
+  /// Inserts v at the cursor's index; what stood there moves up. The cursor names the new
+  /// element. On an array a cursor at m_length appends.
+  virtual void InsertCur(const T& v) = 0;
+  /// v becomes element i; cursor on it. When the insertion throws, the cursor is restored.
+  virtual void Insert(ZtLong i, const T& v) { InsertAt(i, v); }
+  /// v becomes element 0; cursor on it. When the insertion throws, the cursor is restored.
+  virtual void InsertHead(const T& v) { InsertAt(0, v); }
+  /// v becomes the last element; returns its index and leaves the cursor on it. When the
+  /// insertion throws, the cursor is restored.
+  virtual ZtLong Append(const T& v) {
+    InsertAt(m_length, v);
+    return m_cur;
+  }
+  /// Removes the element at the cursor; the cursor moves to the element before it (-1 after
+  /// removing element 0). Ignored when the cursor is out.
+  virtual void DelCur() = 0;
+  /// Stable sort, ascending by cmp (positive when the first argument belongs after the second).
+  virtual void Sort(int (*cmp)(const T&, const T&)) = 0;
+  /// Stable sort by T's ordering: true ascending, false descending.
+  virtual void Sort(bool ascending) = 0;
+  /// Moves element `from` to stand just before the element at index `to` (to == length: the
+  /// end). Cursor on the moved element. False, nothing changed, when it is already in place
+  /// (to == from or to == from + 1) or when from/to name no place.
+  virtual bool Move(ZtLong from, ZtLong to);
+
+  // ---- Counters and cursor tests -------------------------------------------------------------
+
+  ZtLong GetLength() const { return m_length; }
+  ZtLong GetCur() const { return m_cur; }
+  /// m_length - 1: -1 for an empty sequence.
+  ZtLong GetMaxIndex() const { return m_length - 1; }
+  bool IsEmpty() const { return m_length == 0; }
+  /// True when the cursor stands before the first element.
+  bool IsBegin() const { return m_cur < 0; }
+  /// True when the cursor stands at or past the end.
+  bool IsEnd() const { return m_cur >= m_length; }
+  /// True when the cursor names no element.
+  bool IsOut() const { return m_cur < 0 || m_cur >= m_length; }
+  bool IsValidIndex(ZtLong i) const { return i >= 0 && i < m_length; }
+
+  // ---- Non-virtual editing -------------------------------------------------------------------
+
+  /// Element i: never grows, never moves the cursor.
+  const T& operator[](ZtLong i) const { return GetAt(i); }
+  /// Address of element i, or null when i is not a valid index.
+  const T* GetTo(ZtLong i) const { return IsValidIndex(i) ? &GetAt(i) : nullptr; }
+  void Del(ZtLong i) {
+    MoveTo(i);
+    DelCur();
+  }
+  void DelHead() {
+    MoveToFirst();
+    DelCur();
+  }
+  void DelTail() {
+    MoveToLast();
+    DelCur();
+  }
+  /// Swaps elements i and j, growing the sequence to cover the larger index first. Cursor on i.
+  void Exchange(ZtLong i, ZtLong j);
+  void IncreaseSize(ZtLong n) { ReAllocate(zt::detail::AddLength(m_length, n)); }
+  /// Shortens an array by n (never below 0); a list keeps its length.
+  void DecreaseSize(ZtLong n) { ReAllocate(m_length - n); }
+  /// Assigns v to every element; the cursor ends out (at m_length on an array).
+  void SetAll(const T& v);
+  /// Appends v; returns *this so that appends chain.
+  ZtDynArrayBase& operator<<(const T& v) {
+    Append(v);
+    return *this;
+  }
+  /// This becomes an element-wise copy of src (any sequence); the cursor ends out. Copying a
+  /// sequence onto itself changes nothing.
+  void DeepCopy(const ZtDynArrayBase& src);
+  /// This becomes an element-wise copy of the fixed array src; the cursor ends out.
+  void DeepCopy(const ZtArray<T>& src);
+
+  // ---- Searches ------------------------------------------------------------------------------
+
+  /// Index of the first element equal to v in [from, to], or -1. A negative `to` or one past the
+  /// end means the last index; a `from` that is not a valid index finds nothing.
+  ZtLong Find(const T& v, ZtLong from = 0, ZtLong to = -1) const;
+  /// Pushes the index of every element equal to v in [from, to] into `hits`, ascending, and
+  /// returns hits.GetCount(). Only -1 or a `to` past the end mean the last index; another
+  /// negative `to` makes the range empty.
+  ZtLong Find(const T& v, ZtQuene<ZtLong>& hits, ZtLong from = 0, ZtLong to = -1) const;
+  /// Cursor walk from `from` to the first element equal to v: true with the cursor on it, or
+  /// false with the cursor out.
+  bool FindTo(const T& v, ZtLong from = 0);
+  /// Index of the first element equal to v; appends v (cursor on it) when there is none.
+  ZtLong FindOrAppend(const T& v);
+  /// Inserts v at the head (cursor on 0) when no element equals it.
+  void FindOrInsertHead(const T& v);
+  /// Removes every element equal to v; returns how many. The cursor ends out.
+  ZtLong FindDel(const T& v);
+  /// Binary search of a range sorted ascending: the index of an element equal to v, or -1. With
+  /// duplicates any one of the equal run may be found.
+  ZtLong BFind(const T& v, ZtLong from = 0, ZtLong to = -1) const;
+  /// Positions the cursor for a sorted insertion: true with the cursor on an element equal to v,
+  /// or false with the cursor where InsertCur(v) keeps the range sorted. A `from` outside the
+  /// sequence is clamped into it.
+  bool BFindTo(const T& v, ZtLong from = 0, ZtLong to = -1);
+  /// Inserts v into a sequence sorted ascending; true with the cursor on the new element. When
+  /// an equal element exists and `dup` is false, inserts nothing and returns false (cursor on the
+  /// equal element); with `dup` the new value goes behind the equal run that follows it.
+  bool SortInto(const T& v, bool dup);
+  /// Reverses [from, to] in place through the growing operator[], so a `to` past the end first
+  /// extends the sequence. Only -1 means the end. Cursor on to - count + 1 after `count` swaps,
+  /// unchanged when nothing was swapped or `from` is negative.
+  void Reverse(ZtLong from = 0, ZtLong to = -1);
+
+  // ---- Slicing, appending, comparison --------------------------------------------------------
+
+  /// `out` becomes the first n elements (n clamped to [0, length]); its cursor ends out.
+  void Left(ZtLong n, ZtDynArrayBase& out) const;
+  /// `out` becomes the last n elements (n clamped to [0, length]); its cursor ends out.
+  void Right(ZtLong n, ZtDynArrayBase& out) const;
+  /// `out` becomes elements [from, to], clamped to the sequence; its cursor ends out.
+  void Mid(ZtLong from, ZtLong to, ZtDynArrayBase& out) const;
+  /// Appends all of src (sized once, so an array's capacity becomes exactly the new length).
+  /// Appending a sequence to itself doubles it. The cursor ends out.
+  ZtDynArrayBase& operator<<(const ZtDynArrayBase& src);
+  ZtDynArrayBase& operator<<(const ZtArray<T>& src);
+  /// Element-wise equality.
+  bool operator==(const ZtDynArrayBase& other) const;
+  bool operator!=(const ZtDynArrayBase& other) const { return !(*this == other); }
+  /// Compares lengths only, never contents.
+  bool operator<(const ZtDynArrayBase& other) const { return m_length < other.m_length; }
+  /// Compares lengths only, never contents.
+  bool operator>(const ZtDynArrayBase& other) const { return m_length > other.m_length; }
+
+ protected:
+  ZtLong m_length = 0;
+  ZtLong m_cur = -1;
+
+ private:
+  // MoveTo(i) then InsertCur(v), putting the cursor back where it was if the insertion throws.
+  void InsertAt(ZtLong i, const T& v) {
+    const ZtLong cur = m_cur;
+    MoveTo(i);
+    try {
+      InsertCur(v);
+    } catch (...) {
+      MoveTo(cur);
+      throw;
+    }
+  }
+  void CopyRangeInto(const T* p, ZtLong count, ZtDynArrayBase& out) const;
+};
+
+// ---- Definitions -------------------------------------------------------------------------------
+
+template <class T>
+void ZtDynArrayBase<T>::Reset() {
+  while (m_length > 0) {
+    const ZtLong before = m_length;
+    DelTail();
+    if (m_length >= before) break;  // a DelCur that removes nothing would never end the loop
+  }
+  m_cur = -1;
+}
+
+template <class T>
+T& ZtDynArrayBase<T>::operator[](ZtLong i) {
+  if (i >= m_length) ReAllocate(zt::detail::AddLength(i, 1));
+  MoveTo(i);
+  return GetCurData();
+}
+
+template <class T>
+bool ZtDynArrayBase<T>::Move(ZtLong from, ZtLong to) {
+  if (from == to || from == to - 1) return false;
+  if (!IsValidIndex(from) || to < 0 || to > m_length) return false;
+  const ZtLong cur = m_cur;
+  MoveTo(from);
+  const T copy = GetCurData();  // taken first: the insertion may move the storage
+  try {
+    Insert(to, copy);
+  } catch (...) {
+    MoveTo(cur);
+    throw;
+  }
+  if (from > to) {
+    Del(from + 1);
+    MoveTo(to);
+  } else {
+    Del(from);
+    MoveTo(to - 1);
+  }
+  return true;
+}
+
+template <class T>
+void ZtDynArrayBase<T>::Exchange(ZtLong i, ZtLong j) {
+  if (i < 0 || j < 0) return;
+  const ZtLong high = i > j ? i : j;
+  if (high >= m_length) ReAllocate(zt::detail::AddLength(high, 1));
+  T& b = (*this)[j];
+  T& a = (*this)[i];
+  const T tmp = a;
+  a = b;
+  b = tmp;
+}
+
+template <class T>
+void ZtDynArrayBase<T>::SetAll(const T& v) {
+  for (MoveToFirst(); !IsOut(); MoveToNext()) SetCurData(v);
+}
+
+template <class T>
+void ZtDynArrayBase<T>::DeepCopy(const ZtDynArrayBase& src) {
+  if (&src == this) return;
+  SetLength(src.GetLength(), false);
+  const T* p = src.GetFirst();
+  for (MoveToFirst(); !IsOut() && p != nullptr; MoveToNext(), p = src.GetNext(p)) SetCurData(*p);
+}
+
+template <class T>
+void ZtDynArrayBase<T>::DeepCopy(const ZtArray<T>& src) {
+  SetLength(src.GetLength(), false);
+  ZtLong i = 0;
+  for (MoveToFirst(); !IsOut(); MoveToNext()) SetCurData(src[i++]);
+}
+
+template <class T>
+ZtLong ZtDynArrayBase<T>::Find(const T& v, ZtLong from, ZtLong to) const {
+  if (to < 0 || to >= m_length) to = m_length - 1;
+  if (!IsValidIndex(from)) return -1;
+  ZtLong i = from;
+  for (const T* p = &GetAt(from); p != nullptr && i <= to; p = GetNext(p), ++i) {
+    if (*p == v) return i;
+  }
+  return -1;
+}
+
+template <class T>
+ZtLong ZtDynArrayBase<T>::Find(const T& v, ZtQuene<ZtLong>& hits, ZtLong from, ZtLong to) const {
+  if (to == -1 || to >= m_length) to = m_length - 1;
+  if (IsValidIndex(from)) {
+    ZtLong i = from;
+    for (const T* p = &GetAt(from); p != nullptr && i <= to; p = GetNext(p), ++i) {
+      if (*p == v) hits.Push(i);
+    }
+  }
+  return hits.GetCount();
+}
+
+template <class T>
+bool ZtDynArrayBase<T>::FindTo(const T& v, ZtLong from) {
+  for (MoveTo(from); !IsOut(); MoveToNext()) {
+    if (GetCurData() == v) return true;
+  }
+  return false;
+}
+
+template <class T>
+ZtLong ZtDynArrayBase<T>::FindOrAppend(const T& v) {
+  const ZtLong i = Find(v, 0, -1);
+  return i != -1 ? i : Append(v);
+}
+
+template <class T>
+void ZtDynArrayBase<T>::FindOrInsertHead(const T& v) {
+  if (Find(v, 0, -1) == -1) InsertHead(v);
+}
+
+template <class T>
+ZtLong ZtDynArrayBase<T>::FindDel(const T& v) {
+  ZtLong count = 0;
+  for (MoveToFirst(); !IsOut(); MoveToNext()) {
+    if (GetCurData() == v) {
+      DelCur();
+      ++count;
+    }
+  }
+  return count;
+}
+
+template <class T>
+ZtLong ZtDynArrayBase<T>::BFind(const T& v, ZtLong from, ZtLong to) const {
+  return zt::detail::BinarySearch(
+      m_length, from, to, [this](ZtLong i) -> const T& { return GetAt(i); },
+      [&v](const T& e) { return zt::detail::Greater(v, e); },
+      [&v](const T& e) { return zt::detail::Less(v, e); });
+}
+
+template <class T>
+bool ZtDynArrayBase<T>::BFindTo(const T& v, ZtLong from, ZtLong to) {
+  using zt::detail::Greater;
+  using zt::detail::Less;
+  if (to < 0 || to >= m_length) to = m_length - 1;
+  if (m_length == 0) {
+    MoveTo(0);
+    return false;
+  }
+  if (from < 0) from = 0;
+  if (from > to) from = to;
+  MoveTo(from);
+  if (Less(v, GetCurData())) return false;
+  MoveTo(to);
+  if (Greater(v, GetCurData())) {
+    MoveToNext();
+    return false;
+  }
+  while (from < to) {
+    const ZtLong mid = zt::detail::MidIndex(from, to);
+    MoveTo(mid);
+    if (Greater(v, GetCurData())) {
+      from = mid + 1;
+    } else if (Less(v, GetCurData())) {
+      to = mid - 1;
+    } else {
+      return true;
+    }
+  }
+  if (from != to) return false;  // the cursor stays on the last probe: the insertion point
+  MoveTo(from);
+  if (Greater(v, GetCurData())) {
+    MoveToNext();
+    return false;
+  }
+  return !Less(v, GetCurData());
+}
+
+template <class T>
+bool ZtDynArrayBase<T>::SortInto(const T& v, bool dup) {
+  if (!BFindTo(v, 0, -1)) {
+    InsertCur(v);
+    return true;
+  }
+  if (!dup) return false;
+  for (MoveToNext(); !IsOut(); MoveToNext()) {
+    if (GetCurData() != v) break;
+  }
+  InsertCur(v);  // before the first different element, or at the end
+  return true;
+}
+
+template <class T>
+void ZtDynArrayBase<T>::Reverse(ZtLong from, ZtLong to) {
+  if (to == -1) to = m_length - 1;
+  if (from < 0) return;
+  const ZtLong count = static_cast<ZtLong>((static_cast<std::int64_t>(to) - from + 1) / 2);
+  for (ZtLong k = 0; k < count; ++k) {
+    // Each access may grow the sequence, so no reference is held across another access.
+    const T low = (*this)[from + k];
+    const T high = (*this)[to - k];
+    (*this)[from + k] = high;
+    (*this)[to - k] = low;
+  }
+}
+
+template <class T>
+void ZtDynArrayBase<T>::CopyRangeInto(const T* p, ZtLong count, ZtDynArrayBase& out) const {
+  if (&out == this) {
+    // Slicing a sequence into itself: take the values before the target is resized.
+    std::unique_ptr<T[]> values(count > 0 ? new T[static_cast<std::size_t>(count)] : nullptr);
+    for (ZtLong k = 0; k < count && p != nullptr; ++k, p = GetNext(p)) values[k] = *p;
+    out.SetLength(count, false);
+    ZtLong k = 0;
+    for (out.MoveToFirst(); !out.IsOut(); out.MoveToNext()) out.SetCurData(values[k++]);
+    return;
+  }
+  out.SetLength(count, false);
+  for (out.MoveToFirst(); !out.IsOut() && p != nullptr; out.MoveToNext(), p = GetNext(p)) {
+    out.SetCurData(*p);
+  }
+}
+
+template <class T>
+void ZtDynArrayBase<T>::Left(ZtLong n, ZtDynArrayBase& out) const {
+  if (n < 0) n = 0;
+  if (n > m_length) n = m_length;
+  CopyRangeInto(GetFirst(), n, out);
+}
+
+template <class T>
+void ZtDynArrayBase<T>::Right(ZtLong n, ZtDynArrayBase& out) const {
+  if (n < 0) n = 0;
+  if (n > m_length) n = m_length;
+  CopyRangeInto(n > 0 ? &GetAt(m_length - n) : nullptr, n, out);
+}
+
+template <class T>
+void ZtDynArrayBase<T>::Mid(ZtLong from, ZtLong to, ZtDynArrayBase& out) const {
+  if (from < 0) from = 0;
+  if (to >= m_length) to = m_length - 1;
+  const ZtLong count = to >= from ? to - from + 1 : 0;
+  CopyRangeInto(count > 0 ? &GetAt(from) : nullptr, count, out);
+}
+
+template <class T>
+ZtDynArrayBase<T>& ZtDynArrayBase<T>::operator<<(const ZtDynArrayBase& src) {
+  const ZtLong old = m_length;
+  const ZtLong count = src.GetLength();
+  SetLength(zt::detail::AddLength(old, count), true);
+  // After the resize src's first `count` elements are still its old contents, also when src is
+  // this sequence, because the resize keeps the first `old` elements.
+  const T* p = src.GetFirst();
+  for (MoveTo(old); !IsOut() && p != nullptr; MoveToNext(), p = src.GetNext(p)) SetCurData(*p);
+  return *this;
+}
+
+template <class T>
+ZtDynArrayBase<T>& ZtDynArrayBase<T>::operator<<(const ZtArray<T>& src) {
+  const ZtLong old = m_length;
+  SetLength(zt::detail::AddLength(old, src.GetLength()), true);
+  ZtLong i = 0;
+  for (MoveTo(old); !IsOut(); MoveToNext()) SetCurData(src[i++]);
+  return *this;
+}
+
+template <class T>
+bool ZtDynArrayBase<T>::operator==(const ZtDynArrayBase& other) const {
+  if (m_length != other.m_length) return false;
+  const T* q = other.GetFirst();
+  for (const T* p = GetFirst(); p != nullptr && q != nullptr;
+       p = GetNext(p), q = other.GetNext(q)) {
+    if (*p != *q) return false;
+  }
+  return true;
+}
+
+extern template class ZT_API ZtDynArrayBase<char>;
+
+#endif  // ZT_CONTAINERS_DYN_ARRAY_BASE_H_

@@ -1,0 +1,165 @@
+// zt/containers/internal/element_ops.h
+//
+// Implementation details shared by the containers; not part of the public interface.
+//   - element ordering as the library defines it (char signed, wchar_t unsigned, pointers as
+//     unsigned addresses, every other type through its own < and >);
+//   - checked length arithmetic (a length that would pass 2^31 - 1 fails like an allocation);
+//   - bulk element copies that use memmove for trivially copyable types;
+//   - the stable rank sort and the bisection, each written once for every container.
+#ifndef ZT_CONTAINERS_INTERNAL_ELEMENT_OPS_H_
+#define ZT_CONTAINERS_INTERNAL_ELEMENT_OPS_H_
+
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+#include "zt/config.h"
+
+namespace zt::detail {
+
+// Chars order as signed bytes and wide characters as unsigned code units on every platform;
+// pointers order as unsigned addresses. Every other type orders through its own < and >.
+template <class T>
+constexpr bool kHasOrderKey =
+    std::is_pointer_v<T> || std::is_same_v<T, char> || std::is_same_v<T, wchar_t>;
+
+template <class T>
+auto OrderKey(T v) {
+  if constexpr (std::is_pointer_v<T>) {
+    return reinterpret_cast<std::uintptr_t>(v);
+  } else if constexpr (std::is_same_v<T, char>) {
+    return static_cast<signed char>(v);
+  } else {
+    return static_cast<std::make_unsigned_t<wchar_t>>(v);
+  }
+}
+
+template <class T>
+bool Less(const T& a, const T& b) {
+  if constexpr (kHasOrderKey<T>) {
+    return OrderKey(a) < OrderKey(b);
+  } else {
+    return a < b;
+  }
+}
+
+template <class T>
+bool Greater(const T& a, const T& b) {
+  if constexpr (kHasOrderKey<T>) {
+    return OrderKey(a) > OrderKey(b);
+  } else {
+    return a > b;
+  }
+}
+
+// a + b as a length. Lengths are 32-bit; a sum that does not fit cannot be allocated either.
+inline ZtLong AddLength(ZtLong a, ZtLong b) {
+  const std::int64_t sum = static_cast<std::int64_t>(a) + b;
+  if (sum > std::numeric_limits<ZtLong>::max()) throw std::bad_alloc();
+  return static_cast<ZtLong>(sum);
+}
+
+// Midpoint of two non-negative indices without overflow; equal to the truncating (from + to) / 2.
+inline ZtLong MidIndex(ZtLong from, ZtLong to) {
+  return static_cast<ZtLong>((static_cast<std::int64_t>(from) + to) / 2);
+}
+
+// A scratch element handed out by out-of-contract accessors (a cursor or index that names no
+// element), so that such calls never touch memory outside a container's storage. It is reset to
+// T() on every hand-out; writes to it are lost.
+template <class T>
+T& Sink() {
+  static T sink{};
+  sink = T();
+  return sink;
+}
+
+// Copies n elements between non-overlapping or overlapping ranges, in index order when dst is
+// below src and in reverse order otherwise, the way an element-by-element loop would.
+template <class T>
+void MoveRange(T* dst, const T* src, ZtLong n) {
+  if (n <= 0 || dst == src) return;
+  if constexpr (std::is_trivially_copyable_v<T>) {
+    std::memmove(static_cast<void*>(dst), static_cast<const void*>(src),
+                 static_cast<std::size_t>(n) * sizeof(T));
+  } else if (dst < src) {
+    for (ZtLong i = 0; i < n; ++i) dst[i] = src[i];
+  } else {
+    for (ZtLong i = n; i-- > 0;) dst[i] = src[i];
+  }
+}
+
+// A new buffer of `size` slots (null when size is 0) whose first `n` elements are copies of
+// src[0..n). Either returns the filled buffer or throws with nothing allocated.
+template <class T>
+T* CopyIntoNew(ZtLong size, const T* src, ZtLong n) {
+  if (size <= 0) return nullptr;
+  std::unique_ptr<T[]> buffer(new T[static_cast<std::size_t>(size)]);
+  if (src != nullptr) MoveRange(buffer.get(), src, n < size ? n : size);
+  return buffer.release();
+}
+
+// The library's stable rank sort. `after(a, b)` is true when a must come after b. Makes exactly
+// n(n-1)/2 comparisons in the order (0,1), (0,2), ..., (n-2,n-1), then applies the permutation by
+// following its cycles so that every element is moved exactly once. Throws bad_alloc before
+// anything moves when the rank table cannot be allocated.
+template <class T, class After>
+void RankSort(T* data, ZtLong n, After after) {
+  if (n < 2) return;
+  std::unique_ptr<ZtLong[]> rank(new ZtLong[static_cast<std::size_t>(n)]);
+  for (ZtLong i = 0; i < n; ++i) rank[i] = i;
+  for (ZtLong i = 0; i + 1 < n; ++i) {
+    for (ZtLong j = i + 1; j < n; ++j) {
+      if (after(data[i], data[j])) {
+        ++rank[i];
+        --rank[j];
+      }
+    }
+  }
+  for (ZtLong i = 0; i < n; ++i) {
+    if (rank[i] == i) continue;
+    T v = std::move(data[i]);
+    ZtLong k = rank[i];
+    while (k != i) {
+      T w = std::move(data[k]);
+      data[k] = std::move(v);
+      const ZtLong next = rank[k];
+      rank[k] = k;
+      k = next;
+      v = std::move(w);
+    }
+    data[i] = std::move(v);
+    rank[i] = i;
+  }
+}
+
+// The library's bisection over a range sorted ascending. `at(i)` yields element i; `vAfter(e)` is
+// true when the searched value belongs after e, `vBefore(e)` when it belongs before e. `to` below
+// 0 or past the end means the last index. Rejects a value outside [first, last] without
+// bisecting. With duplicates, returns whichever equal element the bisection meets first.
+template <class At, class After, class Before>
+ZtLong BinarySearch(ZtLong length, ZtLong from, ZtLong to, At at, After vAfter, Before vBefore) {
+  if (to < 0 || to >= length) to = length - 1;
+  if (from < 0 || from > to) return -1;
+  if (vBefore(at(from)) || vAfter(at(to))) return -1;
+  while (from <= to) {
+    const ZtLong mid = MidIndex(from, to);
+    const auto& e = at(mid);
+    if (vAfter(e)) {
+      from = mid + 1;
+    } else if (vBefore(e)) {
+      to = mid - 1;
+    } else {
+      return mid;
+    }
+  }
+  return -1;
+}
+
+}  // namespace zt::detail
+
+#endif  // ZT_CONTAINERS_INTERNAL_ELEMENT_OPS_H_
