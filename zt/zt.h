@@ -9,8 +9,10 @@
 
 #include "zt/config.h"
 #include "zt/containers/array.h"
+#include "zt/containers/clone.h"
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/dyn_array_base.h"
+#include "zt/containers/dyn_parray.h"
 #include "zt/containers/quene.h"
 
 #endif  // ZT_ZT_H_
