@@ -14,5 +14,6 @@
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/dyn_parray.h"
 #include "zt/containers/quene.h"
+#include "zt/tasks/tasks.h"
 
 #endif  // ZT_ZT_H_
