@@ -11,6 +11,7 @@
 #include "zt/containers/array.h"
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/dyn_array_base.h"
+#include "zt/containers/list.h"
 #include "zt/containers/quene.h"
 
 #endif  // ZT_ZT_H_
