@@ -9,6 +9,7 @@
 
 #include "zt/config.h"
 #include "zt/containers/array.h"
+#include "zt/containers/dlist.h"
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/list.h"

@@ -10,6 +10,7 @@
 
 #include "tests/support/containers.h"
 #include "tests/support/fault_injection.h"
+#include "tests/support/keyed.h"
 #include "tests/support/tracked.h"
 
 namespace zt::test {
@@ -104,14 +105,11 @@ TEST(List, ConbineAndSplitMoveNodesNotValues) {
   b.SplitAtCur(a);
   EXPECT_EQ(b.GetLength(), 4);
 
-  ZtListNode<int>* first = b.GetCurPos()->next;
+  std::vector<ZtListNode<int>*> chain;
+  for (ZtListNode<int>* n = b.GetCurPos()->next; chain.size() < 4; n = n->next) chain.push_back(n);
   b.Detach();
   EXPECT_TRUE(b.IsEmpty());
-  for (int i = 0; i < 4; ++i) {  // the detached chain is the caller's
-    ZtListNode<int>* next = first->next;
-    delete first;
-    first = next;
-  }
+  for (ZtListNode<int>* n : chain) delete n;  // the detached chain is the caller's
 }
 
 TEST(List, ReverseKeepsTheCursorOnItsNodeAndRotateLandsOnZero) {
@@ -139,34 +137,18 @@ TEST(List, ReverseKeepsTheCursorOnItsNodeAndRotateLandsOnZero) {
   EXPECT_TRUE(empty.IsEmpty());
 }
 
-struct Keyed {
-  int key = 0;
-  int tag = 0;
-  bool operator<(const Keyed& o) const { return key < o.key; }
-  bool operator>(const Keyed& o) const { return key > o.key; }
-};
-long g_comparisons = 0;
-int ByKey(const Keyed& a, const Keyed& b) {
-  ++g_comparisons;
-  return a.key - b.key;
-}
-
 TEST(List, ForwardInsertionSortIsStableAndScansFromTheHead) {
   ZtList<Keyed> l;
   for (int key : {3, 1, 2, 1, 3, 0}) l.Append(Keyed{key, l.GetLength()});
   l.Sort(true);
-  std::vector<int> tags;
-  for (const Keyed& k : Values(l)) tags.push_back(k.tag);
-  EXPECT_EQ(tags, (Ints{5, 1, 3, 2, 0, 4}));
+  EXPECT_EQ(Tags(l), (Ints{5, 1, 3, 2, 0, 4}));
   EXPECT_EQ(l.GetCur(), -1);
   l.Sort(false);
-  tags.clear();
-  for (const Keyed& k : Values(l)) tags.push_back(k.tag);
-  EXPECT_EQ(tags, (Ints{0, 4, 2, 1, 3, 5}));
+  EXPECT_EQ(Tags(l), (Ints{0, 4, 2, 1, 3, 5}));
   l.Sort(true);
-  g_comparisons = 0;
-  l.Sort(ByKey);  // already sorted: every element meets all before it
-  EXPECT_EQ(g_comparisons, 6 * 5 / 2);
+  g_keyComparisons = 0;
+  l.Sort(CountingByKey);  // already sorted: every element meets all before it
+  EXPECT_EQ(g_keyComparisons, 6 * 5 / 2);
 }
 
 TEST(List, EveryNodeIsFreed) {

@@ -13,6 +13,7 @@
 #include "tests/support/containers.h"
 #include "tests/support/tracked.h"
 #include "zt/containers/array.h"
+#include "zt/containers/dlist.h"
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/list.h"
 
@@ -39,8 +40,8 @@ class SequenceTest : public ::testing::Test {
   /// The cursor after stepping past the last element of a sequence of this length.
   static ZtLong End(ZtLong length) { return kIsList ? -1 : length; }
 };
-using SequenceTypes =
-    ::testing::Types<ZtDynArray<int>, ZtDynArray<Tracked>, ZtList<int>, ZtList<Tracked>>;
+using SequenceTypes = ::testing::Types<ZtDynArray<int>, ZtDynArray<Tracked>, ZtList<int>,
+                                       ZtList<Tracked>, ZtDList<Tracked>>;
 TYPED_TEST_SUITE(SequenceTest, SequenceTypes);
 
 TYPED_TEST(SequenceTest, NewSequenceStandsBeforeTheStart) {

@@ -150,15 +150,9 @@ class ZtList : public ZtDynArrayBase<T> {
   void DelCur() override { DelCurAs<Node>(); }
   /// Stable insertion sort scanning forward from the head; a null cmp does nothing.
   void Sort(int (*cmp)(const T&, const T&)) override {
-    if (cmp != nullptr) InsertionSort([cmp](const T& y, const T& x) { return cmp(y, x) > 0; });
+    if (cmp != nullptr) InsertionSort(AfterBy(cmp));
   }
-  void Sort(bool ascending) override {
-    if (ascending) {
-      InsertionSort(zt::detail::Greater<T>);
-    } else {
-      InsertionSort(zt::detail::Less<T>);
-    }
-  }
+  void Sort(bool ascending) override { InsertionSort(AfterBy(ascending)); }
 
   // ---- The list slots ------------------------------------------------------------------------
 
@@ -229,6 +223,14 @@ class ZtList : public ZtDynArrayBase<T> {
     m_curNode = node;
     m_cur = cur;
   }
+  /// The sorts' test "y must go after x" for a comparator, and for T's ordering ascending or
+  /// descending.
+  static auto AfterBy(int (*cmp)(const T&, const T&)) {
+    return [cmp](const T& y, const T& x) { return cmp(y, x) > 0; };
+  }
+  static auto AfterBy(bool ascending) {
+    return ascending ? zt::detail::Greater<T> : zt::detail::Less<T>;
+  }
   /// True for the lists whose nodes are doubly linked.
   static bool HasBackLinks(const ZtList& l) {
     return dynamic_cast<const zt::detail::DoublyLinkedNodes*>(&l) != nullptr;
@@ -254,6 +256,7 @@ class ZtList : public ZtDynArrayBase<T> {
     if (this->IsOut()) return;
     Node* n = m_curNode;
     MoveToPre();
+    if (m_curNode == n) return;  // a derived MoveToPre that did not step back: free nothing
     m_curNode->next = n->next;
     if (n == m_tail) m_tail = m_curNode;
     --m_length;
