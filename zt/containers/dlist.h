@@ -151,6 +151,10 @@ class ZtDList : public ZtList<T>, public zt::detail::DoublyLinkedNodes {
   using Base::m_length;
   using Base::m_tail;
 
+  /// The backward insertion sort; after(y, x) is true when y must go after x.
+  template <class After>
+  void BackwardInsertionSort(After after);
+
   static DNode* D(Node* n) { return static_cast<DNode*>(n); }
   static const DNode* D(const Node* n) { return static_cast<const DNode*>(n); }
 
@@ -184,9 +188,6 @@ class ZtDList : public ZtList<T>, public zt::detail::DoublyLinkedNodes {
     for (; k > i; --k) n = D(n)->pre;
     return n;
   }
-  /// The backward insertion sort; after(y, x) is true when y must go after x.
-  template <class After>
-  void BackwardInsertionSort(After after);
 };
 
 template <class T>
