@@ -13,6 +13,8 @@
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/list.h"
+#include "zt/containers/list_quene.h"
+#include "zt/containers/push_var.h"
 #include "zt/containers/quene.h"
 
 #endif  // ZT_ZT_H_
