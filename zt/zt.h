@@ -15,7 +15,9 @@
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/dyn_parray.h"
 #include "zt/containers/list.h"
+#include "zt/containers/list_quene.h"
 #include "zt/containers/pdlist.h"
+#include "zt/containers/push_var.h"
 #include "zt/containers/quene.h"
 #include "zt/tasks/tasks.h"
 
