@@ -7,6 +7,8 @@
 #ifndef ZT_ZT_H_
 #define ZT_ZT_H_
 
+#include "zt/bits/bit_array.h"
+#include "zt/bits/bit_data.h"
 #include "zt/config.h"
 #include "zt/containers/array.h"
 #include "zt/containers/dyn_array.h"
