@@ -170,10 +170,3 @@ void ZtBitArray::BitToByte(ZtLong i, ZtLong& byte, ZtLong& bit) const {
 
 ZtBit2dArray::ZtBit2dArray(ZtLong rowNum, ZtLong colNum, ZtLong unitSize)
     : ZtBitArray(rowNum * colNum, unitSize), m_rowNum(rowNum), m_colNum(colNum) {}
-
-ZtBit2dArray& ZtBit2dArray::operator=(const ZtBit2dArray& o) {
-  ZtBitArray::operator=(o);
-  m_rowNum = o.m_rowNum;
-  m_colNum = o.m_colNum;
-  return *this;
-}

@@ -118,7 +118,7 @@ class ZT_API ZtBit2dArray : public ZtBitArray {
   /// rowNum x colNum zeroed units of unitSize bits.
   ZtBit2dArray(ZtLong rowNum, ZtLong colNum, ZtLong unitSize);
   ZtBit2dArray(const ZtBit2dArray& src) = default;
-  ZtBit2dArray& operator=(const ZtBit2dArray& o);
+  ZtBit2dArray& operator=(const ZtBit2dArray& o) = default;
   ~ZtBit2dArray() = default;
 
   ZtLong operator()(ZtLong r, ZtLong c) const { return GetValue(r * m_colNum + c); }
