@@ -14,5 +14,7 @@
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/quene.h"
+#include "zt/streams/dyn_array_stream.h"
+#include "zt/streams/stream.h"
 
 #endif  // ZT_ZT_H_
