@@ -14,6 +14,7 @@
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/quene.h"
+#include "zt/rtclass/run_time_class.h"
 #include "zt/streams/dyn_array_stream.h"
 #include "zt/streams/stream.h"
 
