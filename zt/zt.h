@@ -11,11 +11,14 @@
 #include "zt/bits/bit_data.h"
 #include "zt/config.h"
 #include "zt/containers/array.h"
+#include "zt/containers/clone.h"
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/dyn_array_base.h"
+#include "zt/containers/dyn_parray.h"
 #include "zt/containers/quene.h"
 #include "zt/rtclass/run_time_class.h"
 #include "zt/streams/dyn_array_stream.h"
 #include "zt/streams/stream.h"
+#include "zt/tasks/tasks.h"
 
 #endif  // ZT_ZT_H_

@@ -26,13 +26,18 @@
 // cursor or invalid index yields a scratch default value, writing it is lost, and edits at an
 // invalid place (negative indices to Insert, Del, Exchange, Move, Reverse) are ignored.
 // Allocation failure propagates as std::bad_alloc from the container that grows.
+//
+// Copying between two owning containers (DeepCopy, operator<<, Left/Right/Mid) clones the objects
+// through ZtCloner (zt/containers/clone.h); between any other pair it copies the elements.
 #ifndef ZT_CONTAINERS_DYN_ARRAY_BASE_H_
 #define ZT_CONTAINERS_DYN_ARRAY_BASE_H_
 
 #include <memory>
 
 #include "zt/config.h"
+#include "zt/containers/clone.h"
 #include "zt/containers/internal/element_ops.h"
+#include "zt/containers/internal/sequence_ops.h"
 #include "zt/containers/quene.h"
 
 template <class T>
@@ -293,9 +298,12 @@ void ZtDynArrayBase<T>::SetAll(const T& v) {
 template <class T>
 void ZtDynArrayBase<T>::DeepCopy(const ZtDynArrayBase& src) {
   if (&src == this) return;
+  const zt::detail::ElementCopier<T> copy(src, *this);
   SetLength(src.GetLength(), false);
   const T* p = src.GetFirst();
-  for (MoveToFirst(); !IsOut() && p != nullptr; MoveToNext(), p = src.GetNext(p)) SetCurData(*p);
+  for (MoveToFirst(); !IsOut() && p != nullptr; MoveToNext(), p = src.GetNext(p)) {
+    SetCurData(copy(*p));
+  }
 }
 
 template <class T>
@@ -369,54 +377,15 @@ ZtLong ZtDynArrayBase<T>::BFind(const T& v, ZtLong from, ZtLong to) const {
 
 template <class T>
 bool ZtDynArrayBase<T>::BFindTo(const T& v, ZtLong from, ZtLong to) {
-  using zt::detail::Greater;
-  using zt::detail::Less;
-  if (to < 0 || to >= m_length) to = m_length - 1;
-  if (m_length == 0) {
-    MoveTo(0);
-    return false;
-  }
-  if (from < 0) from = 0;
-  if (from > to) from = to;
-  MoveTo(from);
-  if (Less(v, GetCurData())) return false;
-  MoveTo(to);
-  if (Greater(v, GetCurData())) {
-    MoveToNext();
-    return false;
-  }
-  while (from < to) {
-    const ZtLong mid = zt::detail::MidIndex(from, to);
-    MoveTo(mid);
-    if (Greater(v, GetCurData())) {
-      from = mid + 1;
-    } else if (Less(v, GetCurData())) {
-      to = mid - 1;
-    } else {
-      return true;
-    }
-  }
-  if (from != to) return false;  // the cursor stays on the last probe: the insertion point
-  MoveTo(from);
-  if (Greater(v, GetCurData())) {
-    MoveToNext();
-    return false;
-  }
-  return !Less(v, GetCurData());
+  return zt::detail::BisectCursor(
+      *this, from, to, [&v](const T& e) { return zt::detail::Greater(v, e); },
+      [&v](const T& e) { return zt::detail::Less(v, e); });
 }
 
 template <class T>
 bool ZtDynArrayBase<T>::SortInto(const T& v, bool dup) {
-  if (!BFindTo(v, 0, -1)) {
-    InsertCur(v);
-    return true;
-  }
-  if (!dup) return false;
-  for (MoveToNext(); !IsOut(); MoveToNext()) {
-    if (GetCurData() != v) break;
-  }
-  InsertCur(v);  // before the first different element, or at the end
-  return true;
+  const bool found = BFindTo(v, 0, -1);
+  return zt::detail::InsertSorted(*this, v, found, dup, [&v](const T& e) { return e == v; });
 }
 
 template <class T>
@@ -435,10 +404,11 @@ void ZtDynArrayBase<T>::Reverse(ZtLong from, ZtLong to) {
 
 template <class T>
 void ZtDynArrayBase<T>::CopyRangeInto(const T* p, ZtLong count, ZtDynArrayBase& out) const {
+  const zt::detail::ElementCopier<T> copy(*this, out);
   if (&out == this) {
     // Slicing a sequence into itself: take the values before the target is resized.
     std::unique_ptr<T[]> values(count > 0 ? new T[static_cast<std::size_t>(count)] : nullptr);
-    for (ZtLong k = 0; k < count && p != nullptr; ++k, p = GetNext(p)) values[k] = *p;
+    for (ZtLong k = 0; k < count && p != nullptr; ++k, p = GetNext(p)) values[k] = copy(*p);
     out.SetLength(count, false);
     ZtLong k = 0;
     for (out.MoveToFirst(); !out.IsOut(); out.MoveToNext()) out.SetCurData(values[k++]);
@@ -446,7 +416,7 @@ void ZtDynArrayBase<T>::CopyRangeInto(const T* p, ZtLong count, ZtDynArrayBase& 
   }
   out.SetLength(count, false);
   for (out.MoveToFirst(); !out.IsOut() && p != nullptr; out.MoveToNext(), p = GetNext(p)) {
-    out.SetCurData(*p);
+    out.SetCurData(copy(*p));
   }
 }
 
@@ -474,13 +444,16 @@ void ZtDynArrayBase<T>::Mid(ZtLong from, ZtLong to, ZtDynArrayBase& out) const {
 
 template <class T>
 ZtDynArrayBase<T>& ZtDynArrayBase<T>::operator<<(const ZtDynArrayBase& src) {
+  const zt::detail::ElementCopier<T> copy(src, *this);
   const ZtLong old = m_length;
   const ZtLong count = src.GetLength();
   SetLength(zt::detail::AddLength(old, count), true);
   // After the resize src's first `count` elements are still its old contents, also when src is
   // this sequence, because the resize keeps the first `old` elements.
   const T* p = src.GetFirst();
-  for (MoveTo(old); !IsOut() && p != nullptr; MoveToNext(), p = src.GetNext(p)) SetCurData(*p);
+  for (MoveTo(old); !IsOut() && p != nullptr; MoveToNext(), p = src.GetNext(p)) {
+    SetCurData(copy(*p));
+  }
   return *this;
 }
 

@@ -1,0 +1,71 @@
+// zt/containers/internal/sequence_ops.h
+//
+// Cursor algorithms shared by the sequence's own members (ordering by element) and the owning
+// containers' members (ordering by the pointed-to objects). Each takes the sequence and the
+// comparisons as parameters, so the same walk serves both. Implementation details only.
+#ifndef ZT_CONTAINERS_INTERNAL_SEQUENCE_OPS_H_
+#define ZT_CONTAINERS_INTERNAL_SEQUENCE_OPS_H_
+
+#include "zt/config.h"
+#include "zt/containers/internal/element_ops.h"
+
+namespace zt::detail {
+
+// Positions the cursor of `s` for a sorted insertion into [from, to] and reports whether it found
+// an equal element. vAfter(e) / vBefore(e) tell whether the searched value belongs after / before
+// element e. `to` below 0 or past the end means the last index; `from` is clamped into the
+// sequence. On false the cursor is where InsertCur keeps the range sorted.
+template <class Seq, class After, class Before>
+bool BisectCursor(Seq& s, ZtLong from, ZtLong to, After vAfter, Before vBefore) {
+  const ZtLong length = s.GetLength();
+  if (to < 0 || to >= length) to = length - 1;
+  if (length == 0) {
+    s.MoveTo(0);
+    return false;
+  }
+  if (from < 0) from = 0;
+  if (from > to) from = to;
+  s.MoveTo(from);
+  if (vBefore(s.GetCurData())) return false;
+  s.MoveTo(to);
+  if (vAfter(s.GetCurData())) {
+    s.MoveToNext();
+    return false;
+  }
+  while (from < to) {
+    const ZtLong mid = MidIndex(from, to);
+    s.MoveTo(mid);
+    if (vAfter(s.GetCurData())) {
+      from = mid + 1;
+    } else if (vBefore(s.GetCurData())) {
+      to = mid - 1;
+    } else {
+      return true;
+    }
+  }
+  if (from != to) return false;  // the cursor stays on the last probe: the insertion point
+  s.MoveTo(from);
+  if (vAfter(s.GetCurData())) {
+    s.MoveToNext();
+    return false;
+  }
+  return !vBefore(s.GetCurData());
+}
+
+// Sorted insertion of `v` after BisectCursor has run with the result `found`: inserts at the
+// insertion point, or with `dup` behind the run of elements that `same` accepts following the one
+// found. Returns whether v was inserted.
+template <class Seq, class V, class Same>
+bool InsertSorted(Seq& s, const V& v, bool found, bool dup, Same same) {
+  if (found) {
+    if (!dup) return false;
+    for (s.MoveToNext(); !s.IsOut() && same(s.GetCurData()); s.MoveToNext()) {
+    }
+  }
+  s.InsertCur(v);  // before the first different element, or at the end
+  return true;
+}
+
+}  // namespace zt::detail
+
+#endif  // ZT_CONTAINERS_INTERNAL_SEQUENCE_OPS_H_
