@@ -18,6 +18,7 @@
 #include "zt/containers/quene.h"
 #include "zt/rtclass/run_time_class.h"
 #include "zt/streams/dyn_array_stream.h"
+#include "zt/streams/dyn_array_stream_ex.h"
 #include "zt/streams/stream.h"
 #include "zt/tasks/tasks.h"
 

@@ -11,13 +11,19 @@
 
 #include "tests/support/streams.h"
 #include "zt/streams/dyn_array_stream.h"
+#include "zt/streams/dyn_array_stream_ex.h"
 
 namespace zt::test {
 namespace {
 
 template <class S>
 class StreamTest : public ::testing::Test {};
-using StreamTypes = ::testing::Types<ZtDynArrayStream>;
+// Block streams with units of 3 bytes split most values across units.
+class SmallBlocks : public ZtDynArrayStreamEx {
+ public:
+  SmallBlocks() : ZtDynArrayStreamEx(3) {}
+};
+using StreamTypes = ::testing::Types<ZtDynArrayStream, ZtDynArrayStreamEx, SmallBlocks>;
 TYPED_TEST_SUITE(StreamTest, StreamTypes);
 
 TYPED_TEST(StreamTest, TypedValuesHaveAFixedLittleEndianLayout) {
