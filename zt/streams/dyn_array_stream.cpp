@@ -6,6 +6,8 @@
 #include <limits>
 #include <new>
 
+#include "zt/streams/internal/copy_bytes.h"
+
 namespace {
 
 // The capacity that storing bytes first .. end - 1 one at a time through the growing subscript
@@ -17,26 +19,6 @@ ZtLong GrownCapacity(ZtLong first, ZtLong end, ZtLong unit) {
   if (space < end) space += (end - space + step - 1) / step * step;
   if (space > std::numeric_limits<ZtLong>::max()) throw std::bad_alloc();
   return static_cast<ZtLong>(space);
-}
-
-// memcpy for the short runs that typed values make, without a library call for them.
-void CopyBytes(void* dst, const void* src, ZtLong n) {
-  switch (n) {
-    case 1:
-      std::memcpy(dst, src, 1);
-      break;
-    case 2:
-      std::memcpy(dst, src, 2);
-      break;
-    case 4:
-      std::memcpy(dst, src, 4);
-      break;
-    case 8:
-      std::memcpy(dst, src, 8);
-      break;
-    default:
-      std::memcpy(dst, src, static_cast<std::size_t>(n));
-  }
 }
 
 }  // namespace
@@ -75,14 +57,14 @@ void ZtDynArrayStream::Write(void* p, ZtLong n) {
     // The buffer is the array's own writable storage; GetFirst only hands it out as const.
     char* data = const_cast<char*>(m_array.GetFirst());
     if (m_cur > length) std::memset(data + length, 0, static_cast<std::size_t>(m_cur - length));
-    CopyBytes(data + m_cur, p, n);
+    zt::detail::CopyBytes(data + m_cur, p, n);
   }
   m_length = m_array.GetLength();
 }
 
 void ZtDynArrayStream::Read(void* p, ZtLong n) {
   const ZtLong count = std::min(n, m_array.GetLength() - m_cur);
-  if (count > 0) CopyBytes(p, m_array.GetFirst() + m_cur, count);
+  if (count > 0) zt::detail::CopyBytes(p, m_array.GetFirst() + m_cur, count);
 }
 
 void ZtDynArrayStream::SetLength(ZtLong n) {

@@ -46,6 +46,10 @@ class ZT_API ZtDynArrayStream : public ZtStream {
 
  protected:
   ZtDynArray<char> m_array;
+
+ private:
+  // The block stream copies straight into and out of its units' arrays.
+  friend class ZtDynArrayStreamEx;
 };
 
 #endif  // ZT_STREAMS_DYN_ARRAY_STREAM_H_

@@ -1,10 +1,12 @@
 #include "zt/streams/dyn_array_stream_ex.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 
 #include "zt/containers/array.h"  // the explicit instantiations need every member
 #include "zt/containers/internal/element_ops.h"
+#include "zt/streams/internal/copy_bytes.h"
 
 template class ZT_INSTANTIATION_API ZtDynArrayBase<ZtDynArrayStream*>;
 template class ZT_INSTANTIATION_API ZtDynArray<ZtDynArrayStream*>;
@@ -51,16 +53,30 @@ void ZtDynArrayStreamEx::ForEachChunk(ZtLong n, Step step) {
   for (ZtLong done = 0; done < n && !m_units.IsOut(); m_units.MoveToNext(), offset = 0) {
     ZtDynArrayStream* unit = m_units.GetCurData();
     unit->MoveTo(offset);
-    const ZtLong chunk = std::min(n - done, m_unitSize - offset);
-    step(*unit, done, chunk);
+    // What the unit's own Write or Read would copy: units hold exactly m_unitSize bytes, so the
+    // chunk stays inside the unit's array without growing it.
+    const ZtLong chunk = std::min(n - done, unit->m_array.GetLength() - offset);
+    if (chunk <= 0) break;
+    step(const_cast<char*>(unit->m_array.GetFirst()) + offset, done, chunk);
     done += chunk;
   }
 }
 
 void ZtDynArrayStreamEx::Write(void* p, ZtLong n) {
   const ZtLong end = zt::detail::AddLength(m_cur, n);
-  // The unit of the last byte; (end - 1) / unit size truncates, so Write(p, 0) at 0 means unit 0.
-  const ZtLong last = (end - 1) / m_unitSize;
+  // Units up to the one holding the last byte, (end - 1) / unit size truncated: Write(p, 0) at
+  // position 0 makes sure that unit 0 exists.
+  if (end <= 0 || end > static_cast<std::int64_t>(m_units.GetLength()) * m_unitSize) {
+    AddUnitsUpTo((end - 1) / m_unitSize);
+  }
+  const char* bytes = static_cast<const char*>(p);
+  ForEachChunk(n, [bytes](char* unitBytes, ZtLong done, ZtLong chunk) {
+    zt::detail::CopyBytes(unitBytes, bytes + done, chunk);
+  });
+  if (end > m_length) m_length = end;
+}
+
+void ZtDynArrayStreamEx::AddUnitsUpTo(ZtLong last) {
   const ZtLong units = m_units.GetLength();
   try {
     while (m_units.GetLength() <= last) {
@@ -73,17 +89,12 @@ void ZtDynArrayStreamEx::Write(void* p, ZtLong n) {
     m_units.ReAllocate(units);  // deletes the units this call added
     throw;
   }
-  char* bytes = static_cast<char*>(p);
-  ForEachChunk(n, [bytes](ZtDynArrayStream& unit, ZtLong done, ZtLong chunk) {
-    unit.Write(bytes + done, chunk);
-  });
-  if (end > m_length) m_length = end;
 }
 
 void ZtDynArrayStreamEx::Read(void* p, ZtLong n) {
   n = std::min(n, m_length - m_cur);
   char* bytes = static_cast<char*>(p);
-  ForEachChunk(n, [bytes](ZtDynArrayStream& unit, ZtLong done, ZtLong chunk) {
-    unit.Read(bytes + done, chunk);
+  ForEachChunk(n, [bytes](const char* unitBytes, ZtLong done, ZtLong chunk) {
+    zt::detail::CopyBytes(bytes + done, unitBytes, chunk);
   });
 }

@@ -59,9 +59,10 @@ class ZT_API ZtDynArrayStreamEx : public ZtStream {
  private:
   // Deletes the current units and takes clones of src's; unchanged when a clone fails.
   void CopyUnits(const ZtDynPArray<ZtDynArrayStream>& src);
-  // Walks the units holding bytes [m_cur, m_cur + n) that exist, calling step(unit, done, chunk)
-  // for each with the unit's position set where its chunk of `chunk` bytes starts; `done` bytes
-  // came before it.
+  // Appends units until unit `last` exists; when that fails, deletes the ones it added.
+  void AddUnitsUpTo(ZtLong last);
+  // Walks the existing units that hold bytes [m_cur, m_cur + n), setting each unit's position
+  // where its part starts and calling step(address of that part, bytes before it, its size).
   template <class Step>
   void ForEachChunk(ZtLong n, Step step);
 };
