@@ -43,22 +43,16 @@ std::unique_ptr<ZtRxDynCreateClass> Create(const ZtRxClassInfo& ci) {
 }
 
 TEST(RunTimeClass, TheLibraryDescriptors) {
-  EXPECT_EQ(ZtRxRunTimeClass::s_classInfo.NewObject(), nullptr);
-  EXPECT_EQ(&ZtRxRunTimeClass::GetStaticCI(), &ZtRxRunTimeClass::s_classInfo);
-  EXPECT_EQ(ZtRxDynCreateClass::s_classInfo.GetBaseClassInfo(0), &ZtRxRunTimeClass::s_classInfo);
-  EXPECT_EQ(ZtRxDynCreateClass::s_classInfo.GetBaseClassInfo(1), nullptr);
-  auto o = Create(ZtRxDynCreateClass::GetStaticCI());
+  EXPECT_EQ(ZtRxRunTimeClass::GetStaticCI().NewObject(), nullptr);
+  auto o = Create(ZtRxDynCreateClass::s_classInfo);
   ASSERT_NE(o, nullptr);
   EXPECT_EQ(o->GetClassID(), 1);
   EXPECT_STREQ(o->GetClassNameW(), "ZtRxDynCreateClass");
-  EXPECT_TRUE(o->IsClassOf("ZtRxRunTimeClass"));
-  EXPECT_TRUE(o->IsClassOf("ZtRxDynCreateClass"));
+  EXPECT_TRUE(o->IsClassOf("ZtRxRunTimeClass") && o->IsClassOf(&ZtRxRunTimeClass::s_classInfo));
   EXPECT_FALSE(o->IsTypeOf("ZtRxRunTimeClass"));
-  EXPECT_TRUE(o->IsClassOf(&ZtRxRunTimeClass::s_classInfo));
   const ZtRxRunTimeClass root;
   EXPECT_FALSE(root.IsClassOf("ZtRxDynCreateClass"));
   EXPECT_EQ(root.GetClassID(), 0);
-  EXPECT_STREQ(root.GetClassNameW(), "ZtRxRunTimeClass");
 }
 
 TEST(RunTimeClass, AClassWithTwoBasesIsAKindOfEverythingAboveEither) {
@@ -67,52 +61,35 @@ TEST(RunTimeClass, AClassWithTwoBasesIsAKindOfEverythingAboveEither) {
   for (const ZtRxRunTimeClass* o :
        {static_cast<const ZtRxRunTimeClass*>(static_cast<const Shape*>(&caption)),
         static_cast<const ZtRxRunTimeClass*>(static_cast<const Named*>(&caption))}) {
-    EXPECT_EQ(o->GetCI(), &Caption::s_classInfo);
     EXPECT_EQ(o->GetClassID(), 103);
-    for (const char* name :
-         {"Caption", "Label", "Shape", "Named", "ZtRxDynCreateClass", "ZtRxRunTimeClass"}) {
-      EXPECT_TRUE(o->IsClassOf(name)) << name;
-    }
+    EXPECT_TRUE(o->IsTypeOf("Caption") && o->IsTypeOf(&Caption::s_classInfo));
     for (const ZtRxClassInfo* ci :
          {&Label::s_classInfo, &Shape::s_classInfo, &Named::s_classInfo,
           &ZtRxDynCreateClass::s_classInfo, &ZtRxRunTimeClass::s_classInfo}) {
-      EXPECT_TRUE(o->IsClassOf(ci)) << ci->GetClassNameW();
-      EXPECT_FALSE(o->IsTypeOf(ci)) << ci->GetClassNameW();
+      EXPECT_TRUE(o->IsClassOf(ci) && o->IsClassOf(ci->GetClassNameW())) << ci->GetClassNameW();
+      EXPECT_FALSE(o->IsTypeOf(ci) || o->IsTypeOf(ci->GetClassNameW())) << ci->GetClassNameW();
     }
-    EXPECT_TRUE(o->IsTypeOf("Caption"));
     EXPECT_FALSE(o->IsClassOf("caption"));  // names compare exactly
   }
-  const Shape shape;
-  EXPECT_FALSE(shape.IsClassOf("Named"));
-  EXPECT_FALSE(shape.IsClassOf(&ZtRxDynCreateClass::s_classInfo));
+  EXPECT_FALSE(Shape().IsClassOf("Named"));
   EXPECT_FALSE(Named::s_classInfo.IsClassOf(&Shape::s_classInfo));
-}
-
-TEST(RunTimeClass, SameClassAndCreationByDescriptor) {
   const Label a;
   const Label b;
-  const Caption c;
-  const Shape& asShape = a;
-  EXPECT_TRUE(asShape.IsSameClass(static_cast<const Shape&>(b)));
-  EXPECT_FALSE(static_cast<const Shape&>(c).IsSameClass(asShape));
-  EXPECT_EQ(&Label::GetStaticCI(), &Label::s_classInfo);
+  EXPECT_TRUE(static_cast<const Shape&>(a).IsSameClass(static_cast<const Shape&>(b)));
+  EXPECT_FALSE(static_cast<const Shape&>(caption).IsSameClass(static_cast<const Shape&>(a)));
+}
 
-  auto made = Create(Label::s_classInfo);
+TEST(RunTimeClass, CreationByDescriptorAndTheWalksStop) {
+  auto made = Create(Label::GetStaticCI());
   ASSERT_NE(made, nullptr);
   EXPECT_TRUE(made->IsTypeOf(&Label::s_classInfo));
   EXPECT_EQ(static_cast<Label*>(made.get())->text, "initialised");  // the override's InitObject
-  EXPECT_TRUE(Create(Caption::s_classInfo)->IsTypeOf("Caption"));
   EXPECT_EQ(Shape::s_classInfo.NewObject(), nullptr);
-}
-
-TEST(RunTimeClass, TheWalkStopsAtTheFirstNullBaseAndMatchesNamesOrIdentities) {
   ZtRxClassInfo twin("Shape", 7, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
   ZtRxClassInfo gap("Gap", 8, nullptr, &Named::s_classInfo, nullptr, &twin, nullptr, nullptr);
   EXPECT_TRUE(gap.IsClassOf("Named"));
-  EXPECT_FALSE(gap.IsClassOf("Shape"));  // twin sits behind the null base
-  EXPECT_FALSE(gap.IsClassOf(&twin));
-  EXPECT_EQ(gap.GetBaseClassInfo(2), &twin);
-  EXPECT_TRUE(twin.IsTypeOf("Shape"));  // one name, two descriptors
+  EXPECT_FALSE(gap.IsClassOf("Shape") || gap.IsClassOf(&twin));  // twin sits behind a null
+  EXPECT_TRUE(twin.IsTypeOf("Shape"));                           // one name, two descriptors
   EXPECT_FALSE(twin.IsTypeOf(&Shape::s_classInfo));
 }
 

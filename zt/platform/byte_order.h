@@ -19,30 +19,18 @@
 
 namespace zt::detail {
 
+// The unsigned integer as wide as a scalar of `Size` bytes (1, 2, 4 or 8).
 template <std::size_t Size>
-struct UintOfSize;
-template <>
-struct UintOfSize<1> {
-  using type = std::uint8_t;
-};
-template <>
-struct UintOfSize<2> {
-  using type = std::uint16_t;
-};
-template <>
-struct UintOfSize<4> {
-  using type = std::uint32_t;
-};
-template <>
-struct UintOfSize<8> {
-  using type = std::uint64_t;
-};
+using UintOfSize = std::conditional_t<
+    Size == 1, std::uint8_t,
+    std::conditional_t<Size == 2, std::uint16_t,
+                       std::conditional_t<Size == 4, std::uint32_t, std::uint64_t>>>;
 
 /// Writes the sizeof(T) bytes of v to out, least significant byte first.
 template <class T>
 void StoreLittleEndian(T v, unsigned char* out) {
-  static_assert(std::is_arithmetic_v<T>, "scalar values only");
-  using U = typename UintOfSize<sizeof(T)>::type;
+  static_assert(std::is_arithmetic_v<T> && sizeof(T) <= 8, "scalar values only");
+  using U = UintOfSize<sizeof(T)>;
   U bits;
   std::memcpy(&bits, &v, sizeof(T));
   for (std::size_t i = 0; i < sizeof(T); ++i) {
@@ -53,8 +41,9 @@ void StoreLittleEndian(T v, unsigned char* out) {
 /// Reads sizeof(T) bytes stored least significant byte first.
 template <class T>
 T LoadLittleEndian(const unsigned char* in) {
-  static_assert(std::is_arithmetic_v<T> && !std::is_same_v<T, bool>, "scalar values only");
-  using U = typename UintOfSize<sizeof(T)>::type;
+  static_assert(std::is_arithmetic_v<T> && !std::is_same_v<T, bool> && sizeof(T) <= 8,
+                "scalar values only");
+  using U = UintOfSize<sizeof(T)>;
   U bits = 0;
   for (std::size_t i = 0; i < sizeof(T); ++i) bits = static_cast<U>(bits | U{in[i]} << (8 * i));
   T v;
