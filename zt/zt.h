@@ -7,6 +7,8 @@
 #ifndef ZT_ZT_H_
 #define ZT_ZT_H_
 
+#include "zt/bits/bit_array.h"
+#include "zt/bits/bit_data.h"
 #include "zt/config.h"
 #include "zt/containers/array.h"
 #include "zt/containers/clone.h"
@@ -19,6 +21,10 @@
 #include "zt/containers/pdlist.h"
 #include "zt/containers/push_var.h"
 #include "zt/containers/quene.h"
+#include "zt/rtclass/run_time_class.h"
+#include "zt/streams/dyn_array_stream.h"
+#include "zt/streams/dyn_array_stream_ex.h"
+#include "zt/streams/stream.h"
 #include "zt/tasks/tasks.h"
 
 #endif  // ZT_ZT_H_
