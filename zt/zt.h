@@ -12,5 +12,7 @@
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/quene.h"
+#include "zt/text/label.h"
+#include "zt/text/string.h"
 
 #endif  // ZT_ZT_H_

@@ -127,7 +127,7 @@ void DecodeUtf8(const char* s, Emit emit) {
 template <class Emit>
 void EncodeUtf8(const wchar_t* s, Emit emit) {
   for (; *s != 0; ++s) {
-    auto c = static_cast<std::uint32_t>(*s);
+    std::uint32_t c = Unit(*s);
     if ((c >= 0xD800 && c <= 0xDFFF) || c > 0x10FFFF) c = kReplacement;
     if (c < 0x80) {
       emit(c);
@@ -161,7 +161,7 @@ int ParseInt(const Ch* s) {
 
 template <class Ch>
 bool IsAscii(Ch c) {
-  return c > 0 && static_cast<std::make_unsigned_t<Ch>>(c) < 0x80;
+  return c != 0 && Unit(c) < 0x80;
 }
 
 // Rewrites a format written for the Windows runtime into the C99 convention: %s and %c of the
@@ -263,6 +263,7 @@ ZtLong FormatV(wchar_t* out, const wchar_t* format, va_list args) {
     wchar_t* text = nullptr;
     std::size_t size = 0;
     if (FILE* stream = open_wmemstream(&text, &size)) {
+      // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): `again` is va_copy's copy
       n = std::vfwprintf(stream, c99.c_str(), again);
       std::fclose(stream);
       if (n >= 0) {

@@ -86,16 +86,21 @@ constexpr ZtLong kFormatRoom = 1025;
 ZtLong FormatV(char* out, const char* format, va_list args);
 ZtLong FormatV(wchar_t* out, const wchar_t* format, va_list args);
 
+/// A code unit as an unsigned value: bytes 0 to 255, wide units 0 up.
+template <class Ch>
+std::make_unsigned_t<Ch> Unit(Ch c) {
+  return static_cast<std::make_unsigned_t<Ch>>(c);  // NOLINT(bugprone-signed-char-misuse)
+}
+
 /// strcmp / wcscmp: negative, 0 or positive, units compared as unsigned values.
 template <class Ch>
 int Compare(const Ch* a, const Ch* b) {
-  using U = std::make_unsigned_t<Ch>;
   while (*a != 0 && *a == *b) {
     ++a;
     ++b;
   }
-  const U x = static_cast<U>(*a);
-  const U y = static_cast<U>(*b);
+  const auto x = Unit(*a);
+  const auto y = Unit(*b);
   return x < y ? -1 : (x > y ? 1 : 0);
 }
 
