@@ -9,9 +9,12 @@
 
 #include "zt/config.h"
 #include "zt/containers/array.h"
+#include "zt/containers/clone.h"
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/dyn_array_base.h"
+#include "zt/containers/dyn_parray.h"
 #include "zt/containers/quene.h"
+#include "zt/tasks/tasks.h"
 #include "zt/text/label.h"
 #include "zt/text/string.h"
 

@@ -84,8 +84,10 @@ template <class T>
 void MoveRange(T* dst, const T* src, ZtLong n) {
   if (n <= 0 || dst == src) return;
   if constexpr (std::is_trivially_copyable_v<T>) {
-    std::memmove(static_cast<void*>(dst), static_cast<const void*>(src),
-                 static_cast<std::size_t>(n) * sizeof(T));
+    // T may itself be a pointer type: these are the elements' own bytes.
+    // NOLINTNEXTLINE(bugprone-sizeof-expression)
+    const std::size_t bytes = static_cast<std::size_t>(n) * sizeof(T);
+    std::memmove(static_cast<void*>(dst), static_cast<const void*>(src), bytes);
   } else if (dst < src) {
     for (ZtLong i = 0; i < n; ++i) dst[i] = src[i];
   } else {

@@ -1,0 +1,131 @@
+// tests/tasks/tasks_test.cpp
+#include "zt/tasks/tasks.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "tests/support/fault_injection.h"
+
+namespace {
+
+std::string g_log;
+int g_destroyed = 0;
+
+class Step : public ZtParallelTask {
+ public:
+  explicit Step(char name, ZtParallelTasks* set = nullptr) : m_name(name), m_set(set) {}
+  Step(const Step&) = default;
+  Step& operator=(const Step&) = delete;
+  ~Step() override { ++g_destroyed; }
+  void Execute() override {
+    g_log += m_name;
+    if (m_name == '!') throw std::runtime_error("task failed");
+    if (m_name == '+' && m_set != nullptr) m_set->AddTask(new Step('z'));
+    if (m_name == '0' && m_set != nullptr) m_set->Clear();
+  }
+  void run() override { g_log += "run"; }  // Start and Run must not use it
+
+ private:
+  char m_name;
+  ZtParallelTasks* m_set;
+};
+
+}  // namespace
+
+namespace {
+
+class TasksTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    g_log.clear();
+    g_destroyed = 0;
+  }
+};
+
+TEST_F(TasksTest, RunExecutesEveryTaskInOrderAndSkipsNulls) {
+  ZtParallelTasks set;
+  set.Run();
+  for (char c : {'a', 'b', 'c'}) set.AddTask(new Step(c));
+  set.AddTask(nullptr);
+  set.Run();
+  EXPECT_EQ(g_log, "abc");
+  EXPECT_EQ(set.GetLength(), 4);
+  EXPECT_EQ(set[-1], nullptr);
+  EXPECT_EQ(set[4], nullptr);
+  ASSERT_NE(set[0], nullptr);
+  EXPECT_TRUE(set[0]->Start());
+  set[0]->Wait();
+  EXPECT_EQ(g_log, "abca");
+  set.Clear();
+  EXPECT_EQ(set.GetLength(), 0);
+  EXPECT_EQ(g_destroyed, 3);
+}
+
+TEST_F(TasksTest, AnExceptionStopsTheRunAndLeavesTheSet) {
+  ZtParallelTasks set;
+  for (char c : {'a', '!', 'c'}) set.AddTask(new Step(c));
+  EXPECT_THROW(set.Run(), std::runtime_error);
+  EXPECT_EQ(g_log, "a!");
+  EXPECT_EQ(set.GetLength(), 3);
+}
+
+TEST_F(TasksTest, TasksMayGrowOrClearTheRunningSet) {
+  {
+    ZtParallelTasks set;
+    set.AddTask(new Step('+', &set));
+    set.Run();
+    EXPECT_EQ(g_log, "+z");
+    set.AddTask(new Step('0', &set));
+    set.AddTask(new Step('x'));
+    set.Run();  // '0' clears the set; the run stops there
+    EXPECT_EQ(g_log, "+z+z0");
+    EXPECT_EQ(set.GetLength(), 0);
+  }
+  EXPECT_EQ(g_destroyed, 5);
+}
+
+TEST_F(TasksTest, CopiesShareTasksAndDeleteEachOnce) {
+  {
+    ZtParallelTasks set;
+    set.AddTask(new Step('a'));
+    set.AddTask(nullptr);
+    {
+      ZtParallelTasks copy(set);
+      EXPECT_EQ(copy[0], set[0]);
+      copy.Run();
+      EXPECT_EQ(g_log, "a");
+      ZtParallelTasks other;
+      other.AddTask(new Step('b'));
+      other = copy;  // deletes b, shares a
+      const auto& alias = other;
+      other = alias;
+      EXPECT_EQ(g_destroyed, 1);
+      copy.Clear();
+    }
+    EXPECT_EQ(g_destroyed, 1);  // a still belongs to set
+  }
+  EXPECT_EQ(g_destroyed, 2);
+}
+
+TEST_F(TasksTest, FailedCopyLeavesTheSetAndTheSharesAsTheyWere) {
+  {
+    ZtParallelTasks set;
+    for (char c : {'a', 'b', 'c'}) set.AddTask(new Step(c));
+    ZtParallelTasks target(set);  // the sharing registry's table now exists
+    target.Clear();
+    target.AddTask(new Step('t'));
+    zt::test::ExpectStrongGuarantee(
+        target, [&set](auto& x) { x = set; }, [](const ZtParallelTasks& x) { return x[0]; });
+  }
+  EXPECT_EQ(g_destroyed, 4);
+}
+
+TEST(PlatformQueries, AnswerForThe64BitBuild) {
+  EXPECT_EQ(IsOS64(), 1);
+  EXPECT_EQ(IsWow64(), 0);
+  EXPECT_FALSE(CheckGpu());
+}
+
+}  // namespace

@@ -1,0 +1,198 @@
+// zt/containers/internal/owning.h
+//
+// The members that every owning container (the owning array and the owning lists) shares, written
+// once against the sequence interface of ZtDynArrayBase<T*>. Each owning class forwards its own
+// members here, so the bodies exist once while every class keeps the members in its interface.
+// Null elements are empty places; the ordering comparisons treat an empty place as belonging
+// after every object, so out-of-contract nulls are never dereferenced.
+#ifndef ZT_CONTAINERS_INTERNAL_OWNING_H_
+#define ZT_CONTAINERS_INTERNAL_OWNING_H_
+
+#include "zt/config.h"
+#include "zt/containers/dyn_array_base.h"
+#include "zt/containers/internal/element_ops.h"
+#include "zt/containers/internal/sequence_ops.h"
+#include "zt/containers/quene.h"
+
+namespace zt::detail::owning {
+
+template <class T>
+using Seq = ZtDynArrayBase<T*>;
+
+template <class T>
+bool IsCurEmpty(Seq<T>& s) {
+  return s.IsOut() || s.GetCurData() == nullptr;
+}
+
+template <class T>
+bool IsEmptyData(const Seq<T>& s, ZtLong i) {
+  return !s.IsValidIndex(i) || s.GetAt(i) == nullptr;
+}
+
+template <class T>
+ZtLong GetDataNum(const Seq<T>& s) {
+  ZtLong n = 0;
+  for (T* const* p = s.GetFirst(); p != nullptr; p = s.GetNext(p)) n += *p != nullptr ? 1 : 0;
+  return n;
+}
+
+// The object behind an element, or a scratch object for an empty place.
+template <class T>
+T& Object(T* p) {
+  return p != nullptr ? *p : Sink<T>();
+}
+
+// Deletes the object at the cursor and leaves an empty place.
+template <class T>
+void ReleaseCur(Seq<T>& s) {
+  if (IsCurEmpty(s)) return;
+  T* p = s.GetCurData();
+  s.SetCurData(nullptr);
+  delete p;
+}
+
+template <class T>
+void ReleaseAll(Seq<T>& s) {
+  for (s.MoveToFirst(); !s.IsOut(); s.MoveToNext()) ReleaseCur(s);
+}
+
+// Stores p in the first empty place, appending one when there is none; returns its index with
+// the cursor on it.
+template <class T>
+ZtLong PlaceIn(Seq<T>& s, T* p) {
+  const ZtLong cur = s.GetCur();
+  s.MoveToFirst();
+  while (!IsCurEmpty(s)) s.MoveToNext();
+  if (!s.IsOut()) {
+    s.SetCurData(p);
+    return s.GetCur();
+  }
+  try {
+    return s.Append(p);
+  } catch (...) {
+    s.MoveTo(cur);  // a failed growth leaves the container as it was, cursor included
+    throw;
+  }
+}
+
+template <class T>
+ZtLong ClampTo(const Seq<T>& s, ZtLong to) {
+  return to < 0 || to >= s.GetLength() ? s.GetLength() - 1 : to;
+}
+
+// Calls hit(i) for every index in [from, to] whose element is non-null and equal to v; stops at
+// the first hit for which hit returns false. Returns the index it stopped at, or -1.
+template <class T, class Hit>
+ZtLong WalkEqual(const Seq<T>& s, const T& v, ZtLong from, ZtLong to, Hit hit) {
+  to = ClampTo(s, to);
+  if (!s.IsValidIndex(from)) return -1;
+  ZtLong i = from;
+  for (T* const* p = &s.GetAt(from); p != nullptr && i <= to; p = s.GetNext(p), ++i) {
+    if (*p != nullptr && **p == v && !hit(i)) return i;
+  }
+  return -1;
+}
+
+template <class T>
+ZtLong FindData(const Seq<T>& s, const T& v, ZtLong from, ZtLong to) {
+  return WalkEqual(s, v, from, to, [](ZtLong) { return false; });
+}
+
+template <class T>
+ZtLong FindData(const Seq<T>& s, const T& v, ZtQuene<ZtLong>& hits, ZtLong from, ZtLong to) {
+  WalkEqual(s, v, from, to, [&hits](ZtLong i) {
+    hits.Push(i);
+    return true;
+  });
+  return hits.GetCount();
+}
+
+// Deletes every object equal to v and removes its element; returns how many.
+template <class T>
+ZtLong FindDataDel(Seq<T>& s, const T& v) {
+  ZtLong count = 0;
+  for (s.MoveToFirst(); !s.IsOut(); s.MoveToNext()) {
+    T* p = s.GetCurData();
+    if (p != nullptr && *p == v) {
+      s.DelCur();
+      ++count;
+    }
+  }
+  return count;
+}
+
+// Deletes the object of the first element holding pointer p and removes the element.
+template <class T>
+ZtLong FindDel(Seq<T>& s, T* p) {
+  const ZtLong i = s.Find(p, 0, -1);
+  if (i == -1) return 0;
+  s.Del(i);
+  return 1;
+}
+
+// Orderings of a value against an element by object; an empty place sorts after everything.
+template <class T>
+auto ValueAfter(const T& v) {
+  return [&v](T* e) { return e != nullptr && Greater(v, *e); };
+}
+template <class T>
+auto ValueBefore(const T& v) {
+  return [&v](T* e) { return e == nullptr || Less(v, *e); };
+}
+
+template <class T>
+ZtLong BFindData(const Seq<T>& s, const T& v, ZtLong from, ZtLong to) {
+  return BinarySearch(
+      s.GetLength(), from, to, [&s](ZtLong i) { return s.GetAt(i); }, ValueAfter(v),
+      ValueBefore(v));
+}
+
+template <class T>
+bool BFindDataTo(Seq<T>& s, const T& v, ZtLong from, ZtLong to) {
+  return BisectCursor(s, from, to, ValueAfter(v), ValueBefore(v));
+}
+
+// Inserts p at its sorted place by object; with an equal object present it goes behind the
+// equal run when `dup`, or is refused (false, the caller keeps p). Adopts p on true.
+template <class T>
+bool SortInto(Seq<T>& s, T* p, bool dup) {
+  if (p == nullptr) return false;
+  const bool found = BFindDataTo(s, *p, 0, -1);
+  return InsertSorted(s, p, found, dup, [p](T* e) { return e != nullptr && !(*e != *p); });
+}
+
+// Element-wise equality by object: two empty places are equal, one empty place is not.
+template <class T>
+bool Equal(const Seq<T>& a, const Seq<T>& b) {
+  if (a.GetLength() != b.GetLength()) return false;
+  T* const* q = b.GetFirst();
+  for (T* const* p = a.GetFirst(); p != nullptr && q != nullptr;
+       p = a.GetNext(p), q = b.GetNext(q)) {
+    if ((*p == nullptr) != (*q == nullptr)) return false;
+    if (*p != nullptr && **p != **q) return false;
+  }
+  return true;
+}
+
+// "a must come after b" for the null-safe object sorts: empty places gather at the end.
+template <class T>
+auto ObjectAfter(bool ascending) {
+  return [ascending](T* a, T* b) {
+    if (b == nullptr) return false;
+    if (a == nullptr) return true;
+    return ascending ? Greater(*a, *b) : Less(*a, *b);
+  };
+}
+
+template <class T>
+auto ObjectAfter(int (*cmp)(const T&, const T&)) {
+  return [cmp](T* a, T* b) {
+    if (b == nullptr) return false;
+    if (a == nullptr) return true;
+    return cmp(*a, *b) > 0;
+  };
+}
+
+}  // namespace zt::detail::owning
+
+#endif  // ZT_CONTAINERS_INTERNAL_OWNING_H_
