@@ -23,3 +23,6 @@ zt_need_packages() {
 
 # The packages every build of the project needs.
 ZT_BUILD_PACKAGES=(cmake ninja-build g++ libgtest-dev pkg-config)
+
+# The extra packages a benchmark build (the bench preset) needs.
+ZT_BENCH_PACKAGES=(libbenchmark-dev)
