@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Compares the dynamic symbols of the shared library with tests/exports/exports.txt.
+# Compares the dynamic symbols of the shared library with the interface list zt/exports.txt.
 #   check_exports.sh LIBRARY EXPORTS_FILE
 set -euo pipefail
 lib=$1 list=$2
