@@ -32,7 +32,10 @@ template <class Ch>
 std::unique_ptr<Ch[]> ZtStringT<Ch>::Reserve(ZtLong n, bool keep) {
   if (n < this->m_count) return nullptr;
   const ZtLong size = zt::detail::AddLength(n, 1);
-  Ch* fresh = zt::detail::CopyIntoNew(size, keep ? this->m_data : nullptr, m_length + 1);
+  // The text and its terminator; never more than the buffer holds, should an inherited array
+  // member have shortened it under the text.
+  const ZtLong kept = std::min(m_length + 1, this->m_count);
+  Ch* fresh = zt::detail::CopyIntoNew(size, keep ? this->m_data : nullptr, kept);
   std::unique_ptr<Ch[]> old(this->m_data);
   this->m_data = fresh;
   this->m_count = size;
