@@ -81,8 +81,10 @@ inline long long AppendDigit(long long acc, int digit) {
 constexpr ZtLong kFormatRoom = 1025;
 
 /// Prints into `out` (kFormatRoom characters) with the Windows runtime's format conventions.
-/// Longer output is cut to kFormatRoom - 1 characters; an argument that cannot be converted
-/// gives an empty text. Returns the printed length.
+/// Longer output is cut to kFormatRoom - 1 characters. A text or character argument of the
+/// other width is converted by the C runtime (in the current locale, setlocale's, outside
+/// Windows); one it cannot convert cuts the text short, to nothing outside Windows. Returns the
+/// printed length.
 ZtLong FormatV(char* out, const char* format, va_list args);
 ZtLong FormatV(wchar_t* out, const wchar_t* format, va_list args);
 

@@ -127,6 +127,8 @@ class ZtStringT : public ZtArray<Ch> {
   bool IsFloatNumber() const;
   /// Prints with the Windows runtime's format conventions (in a wide format %s takes a wide
   /// text, %S a narrow one). Capacity becomes 1,025; longer output is cut to 1,024 characters.
+  /// A text of the other width is converted in the C runtime's locale; one it cannot convert
+  /// cuts the output short.
   ZtStringT& Format(const Ch* format, ...);
 
   /// Fills next[0..Length()-1] with this text's failure table, taken as a search pattern:
