@@ -26,5 +26,7 @@
 #include "zt/streams/dyn_array_stream_ex.h"
 #include "zt/streams/stream.h"
 #include "zt/tasks/tasks.h"
+#include "zt/text/label.h"
+#include "zt/text/string.h"
 
 #endif  // ZT_ZT_H_
