@@ -61,14 +61,14 @@ void ZtFind(benchmark::State& state, const char* pattern) {
   const ZtStringA text(Text().c_str());
   const ZtStringA p(pattern);
   for (auto _ : state) benchmark::DoNotOptimize(text.Find(p));
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * kTextSize);
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(kTextSize));
 }
 
 void StdFind(benchmark::State& state, const char* pattern) {
   const std::string& text = Text();
   const std::string p(pattern);
   for (auto _ : state) benchmark::DoNotOptimize(text.find(p));
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * kTextSize);
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(kTextSize));
 }
 
 void BM_ZtFindAll(benchmark::State& state) {
