@@ -98,7 +98,10 @@ class ZtList : public ZtDynArrayBase<T> {
   void SetLength(ZtLong n, bool keep) override;
   /// Frees every element node; cursor -1.
   void Reset() override { FreeElements<Node>(); }
-  T& GetCurData() override { return this->IsOut() ? zt::detail::Sink<T>() : m_curNode->data; }
+  T& GetCurData() override {
+    // NOLINTNEXTLINE(clang-analyzer-core.uninitialized.UndefReturn): the cursor node is never null
+    return this->IsOut() ? zt::detail::Sink<T>() : m_curNode->data;
+  }
   void SetCurData(const T& v) override {
     if (!this->IsOut()) m_curNode->data = v;
   }

@@ -170,13 +170,8 @@ T* ZtPDList<T>::TakeOffCur() {
 
 template <class T>
 void ZtPDList<T>::Sort(bool ascending) {
-  ZtLong empty = 0;
-  for (this->MoveToFirst(); !this->IsOut(); this->MoveToNext()) {
-    if (this->GetCurData() == nullptr) {
-      Base::DelCur();
-      ++empty;
-    }
-  }
+  // Take the empty places out (the sequence's FindDel by value), sort, and put them at the end.
+  ZtLong empty = ZtDynArrayBase<T*>::FindDel(nullptr);
   this->BackwardInsertionSort(zt::detail::owning::ObjectAfter<T>(ascending));
   while (empty-- > 0) this->Append(nullptr);
 }
@@ -190,18 +185,25 @@ template <class T>
 ZtLong ZtPDList<T>::FindDataOrAppend(const T& v) {
   const ZtLong i = FindData(v, 0, -1);
   if (i != -1) return i;
-  std::unique_ptr<T> copy(ZtCloner<T>::Clone(v));
-  const ZtLong at = this->Append(copy.get());
-  copy.release();
-  return at;
+  T* copy = ZtCloner<T>::Clone(v);
+  try {
+    return this->Append(copy);
+  } catch (...) {
+    delete copy;
+    throw;
+  }
 }
 
 template <class T>
 void ZtPDList<T>::FindDataOrInsertHead(const T& v) {
   if (FindData(v, 0, -1) != -1) return;
-  std::unique_ptr<T> copy(ZtCloner<T>::Clone(v));
-  this->InsertHead(copy.get());
-  copy.release();
+  T* copy = ZtCloner<T>::Clone(v);
+  try {
+    this->InsertHead(copy);
+  } catch (...) {
+    delete copy;
+    throw;
+  }
 }
 
 #endif  // ZT_CONTAINERS_PDLIST_H_
