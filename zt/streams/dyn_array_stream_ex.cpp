@@ -52,6 +52,7 @@ void ZtDynArrayStreamEx::ForEachChunk(ZtLong n, Step step) {
   ZtLong offset = m_cur % m_unitSize;
   for (ZtLong done = 0; done < n && !m_units.IsOut(); m_units.MoveToNext(), offset = 0) {
     ZtDynArrayStream* unit = m_units.GetCurData();
+    if (unit == nullptr) break;  // an emptied slot: nothing to copy to or from
     unit->MoveTo(offset);
     // What the unit's own Write or Read would copy: units hold exactly m_unitSize bytes, so the
     // chunk stays inside the unit's array without growing it.
