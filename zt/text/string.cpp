@@ -7,9 +7,9 @@
 #include <limits>
 #include <new>
 #include <string>
-#include <vector>
 
 #include "zt/containers/internal/element_ops.h"
+#include "zt/containers/list_quene.h"
 #include "zt/platform/text.h"
 #include "zt/text/internal/search.h"
 #include "zt/text/internal/string_traits.h"
@@ -411,22 +411,16 @@ ZtLong ZtStringT<Ch>::ReplaceWith(const ZtStringT& oldText, const Ch* newText, Z
                                   ZtLong from, ZtLong to) {
   const ZtLong oldLength = oldText.m_length;
   if (oldLength == 0) return -1;
-  std::vector<ZtLong> hits;
-  if (ClampRange(from, to)) {
-    zt::detail::ForEachMatch(this->m_data, from, to, oldText.m_data, oldLength, [&hits](ZtLong at) {
-      hits.push_back(at);
-      return true;
-    });
-  }
-  if (hits.empty()) return 0;
-  const auto count = static_cast<ZtLong>(hits.size());
+  ZtListQuene<ZtLong> hits;
+  const ZtLong count = Find(oldText, hits, from, to);
+  if (count == 0) return 0;
   const std::int64_t length = m_length + static_cast<std::int64_t>(count) * (newLength - oldLength);
   if (length >= std::numeric_limits<ZtLong>::max()) throw std::bad_alloc();
   const auto size = static_cast<ZtLong>(length + 1);
   std::unique_ptr<Ch[]> fresh(new Ch[static_cast<std::size_t>(size)]);
   Ch* out = fresh.get();
   ZtLong pos = 0;
-  for (const ZtLong at : hits) {
+  for (ZtLong at = 0; hits.Pop(at);) {
     MoveChars(out, this->m_data + pos, at - pos);
     out += at - pos;
     MoveChars(out, newText, newLength);
