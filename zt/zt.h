@@ -16,5 +16,6 @@
 #include "zt/containers/list_quene.h"
 #include "zt/containers/push_var.h"
 #include "zt/containers/quene.h"
+#include "zt/containers/xlist.h"
 
 #endif  // ZT_ZT_H_

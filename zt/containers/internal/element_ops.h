@@ -84,8 +84,9 @@ template <class T>
 void MoveRange(T* dst, const T* src, ZtLong n) {
   if (n <= 0 || dst == src) return;
   if constexpr (std::is_trivially_copyable_v<T>) {
+    // T may itself be a pointer (to a list node, say): the size of the element is meant.
     std::memmove(static_cast<void*>(dst), static_cast<const void*>(src),
-                 static_cast<std::size_t>(n) * sizeof(T));
+                 static_cast<std::size_t>(n) * sizeof(T));  // NOLINT(bugprone-sizeof-expression)
   } else if (dst < src) {
     for (ZtLong i = 0; i < n; ++i) dst[i] = src[i];
   } else {
