@@ -16,12 +16,20 @@
 #include "zt/containers/dlist.h"
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/list.h"
+#include "zt/containers/xlist.h"
 
 namespace zt::test {
 namespace {
 
 template <class T>
 T ElementOf(const ZtDynArrayBase<T>&);
+
+/// A grouped list with groups of two, so that the index changes with nearly every edit.
+template <class T>
+class GroupsOfTwo : public ZtXList<T> {
+ public:
+  GroupsOfTwo() : ZtXList<T>(0, 2) {}
+};
 
 template <class S>
 class SequenceTest : public ::testing::Test {
@@ -41,7 +49,7 @@ class SequenceTest : public ::testing::Test {
   static ZtLong End(ZtLong length) { return kIsList ? -1 : length; }
 };
 using SequenceTypes = ::testing::Types<ZtDynArray<int>, ZtDynArray<Tracked>, ZtList<int>,
-                                       ZtList<Tracked>, ZtDList<Tracked>>;
+                                       ZtList<Tracked>, ZtDList<Tracked>, GroupsOfTwo<int>>;
 TYPED_TEST_SUITE(SequenceTest, SequenceTypes);
 
 TYPED_TEST(SequenceTest, NewSequenceStandsBeforeTheStart) {
