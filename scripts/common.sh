@@ -53,3 +53,6 @@ zt_stop_wine() {
   "$ZT_WINESERVER" -k >/dev/null 2>&1 || true
   rm -rf "$WINEPREFIX"
 }
+
+# The extra packages a benchmark build (the bench preset) needs.
+ZT_BENCH_PACKAGES=(libbenchmark-dev)

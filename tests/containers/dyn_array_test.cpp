@@ -11,6 +11,7 @@
 
 #include "tests/support/containers.h"
 #include "tests/support/fault_injection.h"
+#include "tests/support/keyed.h"
 #include "tests/support/tracked.h"
 
 namespace zt::test {
@@ -106,18 +107,6 @@ TEST(DynArray, AddressWalkStopsAtBothEnds) {
   EXPECT_EQ(*a.GetPre(a.GetLast()), 1);
 }
 
-struct Keyed {
-  int key = 0;
-  int tag = 0;
-  bool operator<(const Keyed& o) const { return key < o.key; }
-  bool operator>(const Keyed& o) const { return key > o.key; }
-};
-int ByKey(const Keyed& a, const Keyed& b) { return a.key - b.key; }
-long g_comparisons = 0;
-int CountingByKey(const Keyed& a, const Keyed& b) {
-  ++g_comparisons;
-  return ByKey(a, b);
-}
 int AllEqual(const Keyed& /*a*/, const Keyed& /*b*/) { return 0; }
 
 TEST(DynArray, RankSortIsStableAndMakesExactlyHalfNSquaredComparisons) {
@@ -132,16 +121,15 @@ TEST(DynArray, RankSortIsStableAndMakesExactlyHalfNSquaredComparisons) {
 
   ZtDynArray<Keyed> k;
   for (int i = 0; i < 40; ++i) k.Append(Keyed{(i * 7) % 5, i});
-  g_comparisons = 0;
+  g_keyComparisons = 0;
   k.Sort(CountingByKey);
-  EXPECT_EQ(g_comparisons, 40 * 39 / 2);
+  EXPECT_EQ(g_keyComparisons, 40 * 39 / 2);
   for (ZtLong i = 1; i < k.GetLength(); ++i) {
     const Keyed& prev = k[i - 1];
     const Keyed& cur = k[i];
     EXPECT_TRUE(prev.key < cur.key || (prev.key == cur.key && prev.tag < cur.tag)) << i;
   }
-  std::vector<int> tags;
-  for (const Keyed& e : Values(k)) tags.push_back(e.tag);
+  const std::vector<int> tags = Tags(k);
   k.Sort(AllEqual);
   for (ZtLong i = 0; i < k.GetLength(); ++i) EXPECT_EQ(k[i].tag, tags[i]);
 

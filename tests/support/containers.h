@@ -25,6 +25,15 @@ std::vector<T> Values(const ZtDynArrayBase<T>& s) {
   return out;
 }
 
+/// The elements in index order, collected from the last to the first with GetLast/GetPre: equal
+/// to Values(s) exactly when a doubly linked list's back links mirror its next links.
+template <class T>
+std::vector<T> BackwardValues(const ZtDynArrayBase<T>& s) {
+  std::vector<T> out;
+  for (const T* p = s.GetLast(); p != nullptr; p = s.GetPre(p)) out.insert(out.begin(), *p);
+  return out;
+}
+
 template <class T>
 std::vector<T> Values(const ZtArray<T>& a) {
   const T* data = a.GetDataBuffer();

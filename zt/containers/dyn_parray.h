@@ -61,7 +61,9 @@ class ZtDynPArray : public ZtDynArray<T*>, public zt::detail::OwnsPointees {
   /// Sorts by object (stable); empty slots go to the end.
   void Sort(bool ascending) override { SortEx(ascending); }
   /// Moves a pointer as the sequence's Move does, deleting nothing.
-  bool Move(ZtLong from, ZtLong to) override;
+  bool Move(ZtLong from, ZtLong to) override {
+    return zt::detail::owning::Move<T>(*this, from, to);
+  }
   /// Deletes the object at the cursor and leaves the slot empty.
   virtual void ReleaseCur() { zt::detail::owning::ReleaseCur<T>(*this); }
   /// Returns the pointer at the cursor (the caller owns it now) and leaves the slot empty; null
@@ -188,20 +190,6 @@ void ZtDynPArray<T>::DelCur() {
   } else {
     Base::DelCur();
   }
-}
-
-template <class T>
-bool ZtDynPArray<T>::Move(ZtLong from, ZtLong to) {
-  if (from == to || from == to - 1) return false;
-  if (!this->IsValidIndex(from) || to < 0 || to > this->m_length) return false;
-  // Insert first: if it throws, the cursor is restored and nothing else has changed. The old
-  // slot is emptied before its removal, so the object survives at its new place.
-  this->Insert(to, this->m_data[from]);
-  const ZtLong old = from > to ? from + 1 : from;
-  this->m_data[old] = nullptr;
-  this->Del(old);
-  this->MoveTo(from > to ? to : to - 1);
-  return true;
 }
 
 template <class T>

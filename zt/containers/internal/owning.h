@@ -130,6 +130,34 @@ ZtLong FindDel(Seq<T>& s, T* p) {
   return 1;
 }
 
+// Cursor walk from `from` to the first non-null element in [from, to] whose object equals v:
+// true with the cursor on it, false when the walk leaves the range or the sequence.
+template <class T>
+bool FindDataTo(Seq<T>& s, const T& v, ZtLong from, ZtLong to) {
+  to = ClampTo(s, to);
+  for (s.MoveTo(from); !s.IsOut() && s.GetCur() <= to; s.MoveToNext()) {
+    T* p = s.GetCurData();
+    if (p != nullptr && *p == v) return true;
+  }
+  return false;
+}
+
+// The sequence's Move for owned pointers: the pointer is inserted at its new place first, then
+// its old place is emptied and removed, so nothing is deleted. A failed insertion changes
+// nothing but the cursor, which it restores.
+template <class T>
+bool Move(Seq<T>& s, ZtLong from, ZtLong to) {
+  if (from == to || from == to - 1) return false;
+  if (!s.IsValidIndex(from) || to < 0 || to > s.GetLength()) return false;
+  s.Insert(to, s.GetAt(from));
+  const ZtLong old = from > to ? from + 1 : from;
+  s.MoveTo(old);
+  s.SetCurData(nullptr);
+  s.DelCur();
+  s.MoveTo(from > to ? to : to - 1);
+  return true;
+}
+
 // Orderings of a value against an element by object; an empty place sorts after everything.
 template <class T>
 auto ValueAfter(const T& v) {

@@ -1,0 +1,42 @@
+// tests/support/text.h
+//
+// Helpers for string tests written once for both character types: ASCII literals widened to
+// Ch, a string's text read back as ASCII, and the state snapshot the strong-guarantee checks use.
+#ifndef ZT_TESTS_SUPPORT_TEXT_H_
+#define ZT_TESTS_SUPPORT_TEXT_H_
+
+#include <string>
+#include <tuple>
+
+#include "zt/text/string.h"
+
+namespace zt::test {
+
+/// The ASCII text `ascii` in units of Ch.
+template <class Ch>
+std::basic_string<Ch> Lit(const char* ascii) {
+  return std::basic_string<Ch>(ascii, ascii + std::char_traits<char>::length(ascii));
+}
+
+template <class Ch>
+ZtStringT<Ch> Str(const char* ascii) {
+  return ZtStringT<Ch>(Lit<Ch>(ascii).c_str());
+}
+
+/// The first Length() units of s, each cut to a char.
+template <class Ch>
+std::string Text(const ZtStringT<Ch>& s) {
+  const Ch* data = s.GetDataBuffer();
+  return std::string(data, data + s.Length());
+}
+
+/// Length, capacity, buffer address and text.
+template <class Ch>
+auto StringState(const ZtStringT<Ch>& s) {
+  return std::make_tuple(s.Length(), s.GetLength(), static_cast<const void*>(s.GetDataBuffer()),
+                         Text(s));
+}
+
+}  // namespace zt::test
+
+#endif  // ZT_TESTS_SUPPORT_TEXT_H_

@@ -1,0 +1,172 @@
+#include "zt/bits/bit_array.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+
+#include "zt/platform/byte_order.h"
+
+namespace {
+
+// Bytes that hold n units of `unitSize` bits, computed without 32-bit overflow.
+ZtLong BytesFor(ZtLong n, ZtLong unitSize) {
+  return static_cast<ZtLong>((static_cast<std::int64_t>(n) * unitSize + 7) / 8);
+}
+
+// A new buffer of `bytes` bytes (null for none) holding the first min(bytes, count) bytes of src.
+char* NewBytes(ZtLong bytes, const char* src, ZtLong count) {
+  if (bytes < 1) return nullptr;
+  char* p = new char[static_cast<std::size_t>(bytes)];
+  if (src != nullptr && count > 0)
+    std::memcpy(p, src, static_cast<std::size_t>(std::min(bytes, count)));
+  return p;
+}
+
+// The whole units of `to` bits that n units of `from` bits hold.
+ZtLong Rescaled(ZtLong n, ZtLong from, ZtLong to) {
+  return static_cast<ZtLong>(static_cast<std::int64_t>(n) * from / to);
+}
+
+}  // namespace
+
+ZtBitArray::ZtBitArray(ZtLong unitNum, ZtLong unitSize)
+    : m_unitSize(unitSize < 1 ? 1 : unitSize), m_unitNum(unitNum < 0 ? 0 : unitNum) {
+  m_data = NewBytes(GetByteSize(), nullptr, 0);
+  ResetAll();
+}
+
+ZtBitArray::ZtBitArray(void* p, ZtLong byteNum, bool attach)
+    : m_unitNum(byteNum < 0 ? 0 : byteNum * 8), m_own(!attach) {
+  m_data = attach ? static_cast<char*>(p) : NewBytes(byteNum, static_cast<const char*>(p), byteNum);
+}
+
+ZtBitArray::ZtBitArray(const ZtBitArray& src)
+    : m_data(NewBytes(src.GetByteSize(), src.m_data, src.GetByteSize())),
+      m_unitSize(src.m_unitSize),
+      m_unitNum(src.m_unitNum) {}
+
+ZtLong ZtBitArray::GetByteSize() const { return BytesFor(m_unitNum, m_unitSize); }
+
+ZtBitArray::~ZtBitArray() {
+  if (m_own) delete[] m_data;
+}
+
+ZtBitArray& ZtBitArray::operator=(const ZtBitArray& o) {
+  if (this == &o) return *this;
+  const ZtLong bytes = o.GetByteSize();
+  // The units this buffer holds once read with o's unit size (see SetUnitSize).
+  const ZtLong rescaled = Rescaled(m_unitNum, m_unitSize, o.m_unitSize);
+  if (rescaled != o.m_unitNum) Adopt(NewBytes(bytes, nullptr, 0));
+  if (bytes > 0) std::memcpy(m_data, o.m_data, static_cast<std::size_t>(bytes));
+  m_unitSize = o.m_unitSize;
+  m_unitNum = o.m_unitNum;
+  return *this;
+}
+
+void ZtBitArray::ReAllocate(ZtLong n) {
+  if (n < 0) n = 0;
+  if (n == m_unitNum) return;
+  Adopt(NewBytes(BytesFor(n, m_unitSize), m_data, GetByteSize()));
+  m_unitNum = n;
+}
+
+void ZtBitArray::Adopt(char* fresh) {
+  if (m_own) delete[] m_data;
+  m_data = fresh;
+  // A borrowing array keeps borrowing when it is left without a buffer, so that a later Attach
+  // still borrows; a buffer it allocated itself is always its own.
+  if (fresh != nullptr) m_own = true;
+}
+
+void ZtBitArray::Attach(ZtLong byteNum, char* p) {
+  if (p != m_data && m_own) delete[] m_data;
+  m_data = p;
+  m_unitNum = p == nullptr || byteNum < 0 ? 0 : byteNum * 8 / m_unitSize;
+}
+
+char* ZtBitArray::Detach() {
+  char* p = m_data;
+  m_data = nullptr;
+  m_unitNum = 0;
+  return p;
+}
+
+void ZtBitArray::SetUnitSize(ZtLong s) {
+  if (s < 1) return;
+  m_unitNum = Rescaled(m_unitNum, m_unitSize, s);
+  m_unitSize = s;
+}
+
+ZtLong ZtBitArray::GetValue(ZtLong i) const {
+  ZtLong byte = 0;
+  ZtLong bit = 0;
+  UnitToByte(i, byte, bit);
+  const ZtLong mask = m_unitSize == 1 ? 1 : m_unitSize == 2 ? 3 : 15;
+  return (static_cast<unsigned char>(m_data[byte]) >> bit) & mask;
+}
+
+void ZtBitArray::SetValue(ZtLong i, char v) {
+  ZtLong byte = 0;
+  ZtLong bit = 0;
+  UnitToByte(i, byte, bit);
+  const unsigned mask = m_unitSize == 1 ? 1U : m_unitSize == 2 ? 3U : 15U;
+  m_data[byte] = static_cast<char>(static_cast<unsigned char>(m_data[byte]) |
+                                   (static_cast<unsigned char>(v) & mask) << bit);
+}
+
+void ZtBitArray::SetAll(char v) {
+  for (ZtLong i = 0; i < m_unitNum; ++i) SetValue(i, v);
+}
+
+void ZtBitArray::SetAll() {
+  if (m_data != nullptr) std::memset(m_data, 0xFF, static_cast<std::size_t>(GetByteSize()));
+}
+
+void ZtBitArray::ResetAll() {
+  if (m_data != nullptr) std::memset(m_data, 0, static_cast<std::size_t>(GetByteSize()));
+}
+
+bool ZtBitArray::operator[](ZtLong bit) const {
+  return (static_cast<unsigned char>(m_data[bit / 8]) >> (bit % 8) & 1U) != 0;
+}
+
+void ZtBitArray::Set(ZtLong bit) {
+  m_data[bit / 8] =
+      static_cast<char>(static_cast<unsigned char>(m_data[bit / 8]) | 1U << (bit % 8));
+}
+
+void ZtBitArray::Reset(ZtLong bit) {
+  m_data[bit / 8] =
+      static_cast<char>(static_cast<unsigned char>(m_data[bit / 8]) & ~(1U << (bit % 8)));
+}
+
+template <class T>
+T ZtBitArray::LoadFront() const {
+  unsigned char bytes[sizeof(T)] = {};
+  if (m_data != nullptr) {
+    std::memcpy(bytes, m_data,
+                std::min<std::size_t>(sizeof(T), static_cast<std::size_t>(GetByteSize())));
+  }
+  return zt::detail::LoadLittleEndian<T>(bytes);
+}
+
+ZtBitArray::operator char() const { return LoadFront<char>(); }
+ZtBitArray::operator int() const { return LoadFront<std::int32_t>(); }
+ZtBitArray::operator float() const { return LoadFront<float>(); }
+ZtBitArray::operator double() const { return LoadFront<double>(); }
+ZtBitArray::operator const int*() const { return reinterpret_cast<const int*>(m_data); }
+ZtBitArray::operator const float*() const { return reinterpret_cast<const float*>(m_data); }
+ZtBitArray::operator const double*() const { return reinterpret_cast<const double*>(m_data); }
+
+void ZtBitArray::UnitToByte(ZtLong i, ZtLong& byte, ZtLong& bit) const {
+  BitToByte(i * m_unitSize, byte, bit);
+}
+
+void ZtBitArray::BitToByte(ZtLong i, ZtLong& byte, ZtLong& bit) const {
+  byte = i / 8;
+  bit = i % 8;
+}
+
+ZtBit2dArray::ZtBit2dArray(ZtLong rowNum, ZtLong colNum, ZtLong unitSize)
+    : ZtBitArray(rowNum * colNum, unitSize), m_rowNum(rowNum), m_colNum(colNum) {}

@@ -1,0 +1,4 @@
+#include "zt/bits/bit_data.h"
+
+// Defined here so that the virtual table lives in the library.
+ZtBitData::~ZtBitData() = default;

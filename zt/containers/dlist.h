@@ -1,0 +1,214 @@
+// zt/containers/dlist.h
+//
+// ZtDList<T>: the circular list of ZtList<T> with a back link in every node. It keeps ZtList's
+// interface, fields and most bodies, and replaces what the back link makes cheaper or must keep
+// right: MoveToPre, MoveTo, GetPre, GetAt, DelCur, Reset, InsertAfterCur, DetachAfterCur,
+// Conbine, ReverseList, Rotate and the two sorts. Every node, the sentinel included, is a
+// ZtDListNode<T>, and node->next->pre == node holds all around the circle.
+//
+//   ZtDList<int> l;
+//   l << 2 << 1 << 3;          // [2, 1, 3], cursor on 2
+//   l.MoveToPre();             // one step: cursor on 1
+//
+// MoveToPre, DelCur, InsertCur and GetPre take one step. MoveTo and GetAt walk from the cursor,
+// forward or backward, with element 0 and the last element reached directly. The sorts are the
+// stable insertion sort scanning backward from the element being placed: a sorted list costs
+// n - 1 comparisons; an element that has to move is compared with the predecessor that stopped
+// it twice, once to see that it moves and once as the first step of the backward scan. Displaced
+// values go into new nodes and their old places are emptied (set to T()) before removal.
+//
+// Conbine splices only between doubly linked lists (this class and the classes derived from
+// it); a singly linked `other` is refused and the length returned unchanged. ReverseList keeps
+// the cursor on its node, as ZtList does. Out-of-contract calls are harmless as in ZtList.
+#ifndef ZT_CONTAINERS_DLIST_H_
+#define ZT_CONTAINERS_DLIST_H_
+
+#include "zt/config.h"
+#include "zt/containers/dyn_array_base.h"
+#include "zt/containers/internal/element_ops.h"
+#include "zt/containers/list.h"
+
+/// A node of ZtDList<T>: a ZtListNode<T> (data, next) followed by the back link. In a doubly
+/// linked list every `next` points at a ZtDListNode<T>.
+template <class T>
+struct ZtDListNode : ZtListNode<T> {
+  ZtDListNode() = default;
+  explicit ZtDListNode(const T& v) : ZtListNode<T>(v) {}
+
+  ZtDListNode* pre = nullptr;
+};
+
+/// Circular doubly linked list with a sentinel node; ownership as in ZtList<T>.
+template <class T>
+class ZtDList : public ZtList<T>, public zt::detail::DoublyLinkedNodes {
+  using Base = ZtList<T>;
+  using Seq = ZtDynArrayBase<T>;
+  using Node = ZtListNode<T>;
+  using DNode = ZtDListNode<T>;
+
+ public:
+  /// A list of n elements of value T() (none when n <= 0); cursor -1.
+  explicit ZtDList(ZtLong n = 0) : Base(zt::detail::AdoptSentinel{}, NewSentinel()) {
+    Build(nullptr, n);
+  }
+  ZtDList(const ZtDList& src)
+      : Base(zt::detail::AdoptSentinel{}, NewSentinel()), zt::detail::DoublyLinkedNodes() {
+    Build(&src, src.GetLength());
+  }
+  /// A copy of any sequence, array or list; cursor -1.
+  explicit ZtDList(const Seq& src) : Base(zt::detail::AdoptSentinel{}, NewSentinel()) {
+    Build(&src, src.GetLength());
+  }
+  ZtDList& operator=(const ZtDList& src) {
+    if (this != &src) this->DeepCopy(src);
+    return *this;
+  }
+  ZtDList& operator=(const Seq& src) {
+    this->DeepCopy(src);
+    return *this;
+  }
+  ~ZtDList() override { this->template FreeAll<DNode>(); }
+
+  void Reset() override {
+    this->template FreeElements<DNode>();
+    D(m_head)->pre = D(m_head);
+  }
+  /// One step back; from -1 to the last element, from element 0 to -1.
+  void MoveToPre() override {
+    m_curNode = D(m_curNode)->pre;
+    m_cur = m_curNode == m_tail ? m_length - 1 : m_cur - 1;
+  }
+  /// Cursor on i (-1 when i is not a valid index): element 0 and the last element directly,
+  /// otherwise a walk from the cursor in the direction of i.
+  void MoveTo(ZtLong i) override {
+    if (!this->IsValidIndex(i)) {
+      this->SetCursor(m_head, -1);
+    } else if (i == 0) {
+      this->SetCursor(m_head->next, 0);
+    } else if (i == m_length - 1) {
+      this->SetCursor(m_tail, i);
+    } else {
+      this->SetCursor(NodeFromCursor(i), i);
+    }
+  }
+  const T* GetPre(const T* p) const override {
+    return p == nullptr || p == this->GetFirst() ? nullptr : &D(Base::NodeOf(p))->pre->data;
+  }
+  /// Walks from the cursor, forward or backward; the cursor does not move.
+  const T& GetAt(ZtLong i) const override {
+    return this->IsValidIndex(i) ? NodeFromCursor(i)->data : zt::detail::Sink<T>();
+  }
+  /// Removes the element at the cursor in one step; ignored with the cursor on -1.
+  void DelCur() override {
+    if (this->IsOut()) return;
+    D(m_curNode->next)->pre = D(m_curNode)->pre;
+    this->template DelCurAs<DNode>();
+  }
+  /// Stable insertion sort scanning backward; a null cmp does nothing.
+  void Sort(int (*cmp)(const T&, const T&)) override {
+    if (cmp != nullptr) BackwardInsertionSort(Base::AfterBy(cmp));
+  }
+  void Sort(bool ascending) override { BackwardInsertionSort(Base::AfterBy(ascending)); }
+
+  void InsertAfterCur(const T& v) override {
+    DNode* const prev = D(m_curNode);
+    DNode* const n = this->template NewNodeAfterCur<DNode>(v);
+    n->pre = prev;
+    D(n->next)->pre = n;
+  }
+  void DetachAfterCur() override {
+    Base::DetachAfterCur();
+    D(m_head)->pre = D(m_curNode);
+  }
+  /// As ZtList::Conbine; `other` must be doubly linked as well, or nothing moves.
+  ZtLong Conbine(ZtList<T>& other, ZtLong pos) override {
+    Node* const oldTail = m_tail;
+    Base::Conbine(other, pos);
+    if (m_tail != oldTail) {
+      D(oldTail->next)->pre = D(oldTail);
+      D(m_head)->pre = D(m_tail);
+    }
+    return m_length;
+  }
+  void ReverseList() override {
+    Base::ReverseList();
+    RelinkBack();
+  }
+  void Rotate(ZtLong a, ZtLong b) override {
+    Node* const oldFirst = m_head->next;
+    Node* const oldTail = m_tail;
+    Base::Rotate(a, b);
+    if (m_head->next == oldFirst) return;
+    D(oldFirst)->pre = D(oldTail);
+    D(m_head->next)->pre = D(m_head);
+    D(m_head)->pre = D(m_tail);
+  }
+
+ protected:
+  using Base::m_cur;
+  using Base::m_curNode;
+  using Base::m_head;
+  using Base::m_length;
+  using Base::m_tail;
+
+  /// The backward insertion sort; after(y, x) is true when y must go after x.
+  template <class After>
+  void BackwardInsertionSort(After after);
+
+  static DNode* D(Node* n) { return static_cast<DNode*>(n); }
+  static const DNode* D(const Node* n) { return static_cast<const DNode*>(n); }
+
+ private:
+  static DNode* NewSentinel() {
+    DNode* s = new DNode;
+    s->next = s;
+    s->pre = s;
+    return s;
+  }
+  /// A constructor's filling: copies of src's first n elements, or n values T().
+  void Build(const Seq* src, ZtLong n) {
+    this->template BuildOrFree<DNode>([this, src, n] {
+      this->template AppendNodes<DNode>(src, n);
+      RelinkBack();
+    });
+  }
+  /// Points every back link at the node whose next link reaches it.
+  void RelinkBack() {
+    Node* n = m_head;
+    do {
+      D(n->next)->pre = D(n);
+      n = n->next;
+    } while (n != m_head);
+  }
+  /// The node at valid index i, walked to from the cursor.
+  Node* NodeFromCursor(ZtLong i) const {
+    Node* n = m_curNode;
+    ZtLong k = m_cur;
+    for (; k < i; ++k) n = n->next;
+    for (; k > i; --k) n = D(n)->pre;
+    return n;
+  }
+};
+
+template <class T>
+template <class After>
+void ZtDList<T>::BackwardInsertionSort(After after) {
+  if (m_length < 2) return;
+  this->MoveToFirst();
+  this->MoveToNext();
+  while (m_cur != -1) {
+    const T x = m_curNode->data;
+    const ZtLong s = m_cur;
+    Node* const xNode = m_curNode;
+    MoveToPre();
+    if (after(m_curNode->data, x)) {
+      while (m_cur != -1 && after(m_curNode->data, x)) MoveToPre();
+      this->MoveValueAfterCur(x, xNode, s);
+    } else {
+      this->MoveToNext();
+    }
+    this->MoveToNext();
+  }
+}
+
+#endif  // ZT_CONTAINERS_DLIST_H_

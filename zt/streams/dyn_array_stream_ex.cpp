@@ -1,0 +1,100 @@
+#include "zt/streams/dyn_array_stream_ex.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+
+#include "zt/containers/array.h"  // the explicit instantiations need every member
+#include "zt/containers/internal/element_ops.h"
+#include "zt/streams/internal/copy_bytes.h"
+
+template class ZT_INSTANTIATION_API ZtDynArrayBase<ZtDynArrayStream*>;
+template class ZT_INSTANTIATION_API ZtDynArray<ZtDynArrayStream*>;
+template class ZT_INSTANTIATION_API ZtDynPArray<ZtDynArrayStream>;
+
+ZtDynArrayStreamEx::ZtDynArrayStreamEx(ZtLong unitSize)
+    : m_unitSize(unitSize > 0 ? unitSize : 1024), m_units(0, 10) {}
+
+ZtDynArrayStreamEx::ZtDynArrayStreamEx(const ZtDynArrayStreamEx& src)
+    : ZtStream(src), m_unitSize(src.m_unitSize), m_units(0, 10) {
+  CopyUnits(src.m_units);
+}
+
+ZtDynArrayStreamEx& ZtDynArrayStreamEx::operator=(const ZtDynArrayStreamEx& src) {
+  if (this == &src) return *this;
+  CopyUnits(src.m_units);
+  ZtStream::operator=(src);
+  m_unitSize = src.m_unitSize;
+  return *this;
+}
+
+ZtDynArrayStreamEx::~ZtDynArrayStreamEx() = default;
+
+void ZtDynArrayStreamEx::CopyUnits(const ZtDynPArray<ZtDynArrayStream>& src) {
+  // Clone into a scratch array first: if a clone fails, its destructor deletes the clones made so
+  // far and this stream is untouched. Then hand the scratch array's buffer over whole.
+  ZtDynPArray<ZtDynArrayStream> copy(0, 10);
+  copy = src;
+  m_units.Reset();
+  const ZtLong n = copy.GetLength();
+  m_units.Attach(n, copy.Detach());
+}
+
+void ZtDynArrayStreamEx::Reset() {
+  MoveTo(0);
+  m_length = 0;
+  m_units.Reset();
+}
+
+template <class Step>
+void ZtDynArrayStreamEx::ForEachChunk(ZtLong n, Step step) {
+  m_units.MoveTo(m_cur / m_unitSize);
+  ZtLong offset = m_cur % m_unitSize;
+  for (ZtLong done = 0; done < n && !m_units.IsOut(); m_units.MoveToNext(), offset = 0) {
+    ZtDynArrayStream* unit = m_units.GetCurData();
+    unit->MoveTo(offset);
+    // What the unit's own Write or Read would copy: units hold exactly m_unitSize bytes, so the
+    // chunk stays inside the unit's array without growing it.
+    const ZtLong chunk = std::min(n - done, unit->m_array.GetLength() - offset);
+    if (chunk <= 0) break;
+    step(const_cast<char*>(unit->m_array.GetFirst()) + offset, done, chunk);
+    done += chunk;
+  }
+}
+
+void ZtDynArrayStreamEx::Write(void* p, ZtLong n) {
+  const ZtLong end = zt::detail::AddLength(m_cur, n);
+  // Units up to the one holding the last byte, (end - 1) / unit size truncated: Write(p, 0) at
+  // position 0 makes sure that unit 0 exists.
+  if (end <= 0 || end > static_cast<std::int64_t>(m_units.GetLength()) * m_unitSize) {
+    AddUnitsUpTo((end - 1) / m_unitSize);
+  }
+  const char* bytes = static_cast<const char*>(p);
+  ForEachChunk(n, [bytes](char* unitBytes, ZtLong done, ZtLong chunk) {
+    zt::detail::CopyBytes(unitBytes, bytes + done, chunk);
+  });
+  if (end > m_length) m_length = end;
+}
+
+void ZtDynArrayStreamEx::AddUnitsUpTo(ZtLong last) {
+  const ZtLong units = m_units.GetLength();
+  try {
+    while (m_units.GetLength() <= last) {
+      std::unique_ptr<ZtDynArrayStream> unit(new ZtDynArrayStream(m_unitSize, 1024));
+      unit->SetLength(m_unitSize);  // within the reserve: the unit's one allocation
+      m_units.Append(unit.get());
+      static_cast<void>(unit.release());  // now owned by m_units
+    }
+  } catch (...) {
+    m_units.ReAllocate(units);  // deletes the units this call added
+    throw;
+  }
+}
+
+void ZtDynArrayStreamEx::Read(void* p, ZtLong n) {
+  n = std::min(n, m_length - m_cur);
+  char* bytes = static_cast<char*>(p);
+  ForEachChunk(n, [bytes](const char* unitBytes, ZtLong done, ZtLong chunk) {
+    zt::detail::CopyBytes(bytes + done, unitBytes, chunk);
+  });
+}
