@@ -24,5 +24,35 @@ zt_need_packages() {
 # The packages every build of the project needs.
 ZT_BUILD_PACKAGES=(cmake ninja-build g++ libgtest-dev pkg-config)
 
+# The cross build for 64-bit Windows: the MinGW-w64 compiler, GoogleTest's sources and Wine.
+ZT_WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix googletest wine64)
+
+# zt_start_wine: a quiet Wine in a fresh temporary prefix for this shell, ready before the first
+# test runs, and removed when the shell exits. The prefix is set up once (wineboot) by a
+# wineserver that stays up until then, so each test starts in a fraction of a second and no test
+# becomes the parent of Wine's background services (which would hold CTest's output open).
+zt_start_wine() {
+  local wine wineserver
+  wine=$(command -v wine64 || echo /usr/lib/wine/wine64)
+  wineserver=$(command -v wineserver || echo /usr/lib/wine/wineserver)
+  export WINEDEBUG=-all
+  export WINEDLLOVERRIDES="mscoree,mshtml="  # no prompt to install .NET or HTML support
+  WINEPREFIX=$(mktemp -d)
+  export WINEPREFIX
+  ZT_WINESERVER=$wineserver
+  trap 'zt_stop_wine' EXIT
+  "$wineserver" -p </dev/null >/dev/null 2>&1
+  if ! timeout 300 "$wine" wineboot --init </dev/null >/dev/null 2>&1; then
+    echo "Wine could not set up its prefix in $WINEPREFIX" >&2
+    return 1
+  fi
+}
+
+zt_stop_wine() {
+  [ -n "${WINEPREFIX:-}" ] || return 0
+  "$ZT_WINESERVER" -k >/dev/null 2>&1 || true
+  rm -rf "$WINEPREFIX"
+}
+
 # The extra packages a benchmark build (the bench preset) needs.
 ZT_BENCH_PACKAGES=(libbenchmark-dev)

@@ -33,10 +33,11 @@ static_assert(sizeof(ZtLong) == 4, "ZtLong must be 32 bits wide");
 #define ZT_API __attribute__((visibility("default")))
 #endif
 
-// ZT_INSTANTIATION_API goes on the explicit instantiation definitions inside the library. With
-// GCC and Clang the visibility comes from the extern template declaration in the header, and
-// repeating it on the definition is an error; Windows needs the export on the definition too.
-#if defined(_WIN32) && !defined(ZT_STATIC)
+// ZT_INSTANTIATION_API goes on the explicit instantiation definitions inside the library. GCC
+// takes the visibility or the dllexport from the extern template declaration in the header and
+// rejects a repeat on the definition (on MinGW too); MSVC and Clang on Windows need the export
+// on the definition as well.
+#if defined(_WIN32) && !defined(ZT_STATIC) && (defined(_MSC_VER) || defined(__clang__))
 #define ZT_INSTANTIATION_API ZT_API
 #else
 #define ZT_INSTANTIATION_API

@@ -1,10 +1,22 @@
 #!/usr/bin/env bash
-# Compares the dynamic symbols of the shared library with the interface list zt/exports.txt.
-#   check_exports.sh LIBRARY EXPORTS_FILE
+# Compares the exported symbols of the shared library with the interface list zt/exports.txt:
+# the dynamic symbols of libzt.so, or the export table of zt.dll (read with OBJDUMP, which
+# defaults to the MinGW-w64 one, and demangled with the c++filt beside it).
+#   check_exports.sh LIBRARY EXPORTS_FILE [OBJDUMP]
 set -euo pipefail
-lib=$1 list=$2
+lib=$1 list=$2 objdump=${3:-x86_64-w64-mingw32-objdump}
 
-nm -D -C --defined-only "$lib" | cut -d' ' -f3- | awk -v list="$list" '
+exported() {
+  case "$lib" in
+    *.dll)
+      # The name pointer table lists one "[ordinal] name" line per export.
+      "$objdump" -p "$lib" | sed -n '/^\[Ordinal\/Name Pointer\] Table/,/^$/p' |
+        sed -n 's/^[[:space:]]*\[ *[0-9]*\] //p' | "${objdump%objdump}c++filt" ;;
+    *) nm -D -C --defined-only "$lib" | cut -d' ' -f3- ;;
+  esac
+}
+
+exported | awk -v list="$list" '
   BEGIN {
     while ((getline line < list) > 0) {
       if (line ~ /^#/ || line == "") continue

@@ -11,19 +11,16 @@ bool g_failed = false;
 long g_live = 0;
 
 void* Allocate(std::size_t size) {
-  if (g_countdown > 0 && --g_countdown == 0) {
-    g_failed = true;
-    throw std::bad_alloc();
-  }
+  if (!zt::test::detail::TakeAllocation()) throw std::bad_alloc();
   void* p = std::malloc(size == 0 ? 1 : size);
   if (p == nullptr) throw std::bad_alloc();
-  ++g_live;
+  zt::test::detail::CountAllocation();
   return p;
 }
 
 void Release(void* p) noexcept {
   if (p == nullptr) return;
-  --g_live;
+  zt::test::detail::CountRelease();
   std::free(p);
 }
 
@@ -40,6 +37,21 @@ bool AllocationFailed() { return g_failed; }
 
 long LiveAllocations() { return g_live; }
 
+namespace detail {
+
+bool TakeAllocation() {
+  if (g_countdown > 0 && --g_countdown == 0) {
+    g_failed = true;
+    return false;
+  }
+  return true;
+}
+
+void CountAllocation() { ++g_live; }
+
+void CountRelease() { --g_live; }
+
+}  // namespace detail
 }  // namespace zt::test
 
 void* operator new(std::size_t size) { return Allocate(size); }

@@ -2,7 +2,8 @@
 //
 // Allocation fault injection for the tests. The test executable replaces the global operator
 // new/delete; every allocation made through them, by the tests or by the library, is counted,
-// and the Nth one from an arming call can be made to throw std::bad_alloc.
+// and the Nth one from an arming call can be made to throw std::bad_alloc. On Windows zt.dll has
+// its own operator new; library_allocations_windows.cpp routes its allocations here as well.
 //
 //   ExpectStrongGuarantee(a, [](auto& x) { x.Append(99); }, DynArrayState<int>);
 //
@@ -23,6 +24,14 @@ void FailAllocationAt(long n);
 bool AllocationFailed();
 /// Allocations made through the global operator new and not yet released.
 long LiveAllocations();
+
+namespace detail {
+/// Claims the next allocation: false when it is the armed one, which must then fail.
+bool TakeAllocation();
+/// Records an allocation made or released, for LiveAllocations.
+void CountAllocation();
+void CountRelease();
+}  // namespace detail
 
 /// Disarms on scope exit, so an assertion that returns early cannot leave the trap set.
 class FailureScope {

@@ -6,6 +6,8 @@
 #include <memory>
 #include <new>
 
+#include "zt/containers/dyn_array.h"
+
 namespace zt::test {
 namespace {
 
@@ -33,6 +35,19 @@ TEST(FaultInjection, NothrowNewReturnsNullWhenArmed) {
   FailureScope scope(1);
   int* p = new (std::nothrow) int(5);
   EXPECT_EQ(p, nullptr);
+}
+
+// ZtDynArray<char> is compiled into the library: its growth allocates inside libzt.so or zt.dll.
+TEST(FaultInjection, ReachesTheLibrarysOwnAllocations) {
+  ZtDynArray<char> text;
+  const long live = LiveAllocations();
+  {
+    FailureScope scope(1);
+    EXPECT_THROW(text.SetSpaceSize(100), std::bad_alloc);
+  }
+  EXPECT_EQ(LiveAllocations(), live);
+  EXPECT_TRUE(text.SetSpaceSize(100));
+  EXPECT_EQ(LiveAllocations(), live + 1);
 }
 
 }  // namespace
