@@ -1,6 +1,7 @@
 // tests/containers/list_quene_test.cpp
 //
-// ZtListQuene: first-in first-out order, the size limit, and its use as a hit queue.
+// ZtListQuene and ZtPDListQuene: first-in first-out order, the size limit, the hit queue, and
+// who owns a queued object.
 #include "zt/containers/list_quene.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 
 #include "tests/support/containers.h"
 #include "tests/support/fault_injection.h"
+#include "tests/support/tracked.h"
 #include "zt/containers/dyn_array.h"
 
 namespace zt::test {
@@ -62,6 +64,26 @@ TEST(ListQuene, CollectsTheHitsOfAFindAllSearchAndPushesAllOrNothing) {
   };
   ExpectStrongGuarantee(
       hits, [](auto& q) { q.Push(7); }, state);
+}
+
+TEST(PDListQuene, OwnsWhatIsQueuedAndHandsPoppedObjectsOver) {
+  const long live = Tracked::Live();
+  Tracked* popped = nullptr;
+  {
+    ZtPDListQuene<Tracked> q(3);
+    for (int v : {1, 2, 3}) EXPECT_TRUE(q.Push(new Tracked(v)));
+    Tracked refused(4);
+    EXPECT_FALSE(q.Push(&refused));  // full: the caller keeps it
+    EXPECT_TRUE(q.Pop(popped) && popped->value() == 1);
+    Tracked* tail = nullptr;
+    EXPECT_TRUE(q.GetTail(tail) && tail->value() == 3 && q.GetCount() == 2);
+    q.Clear();
+    EXPECT_EQ(Tracked::Live(), live + 2);  // the popped one and the refused one
+    EXPECT_TRUE(q.Push(new Tracked(5)) && q.Push(new Tracked(6)));
+  }  // the destructor deletes both
+  EXPECT_EQ(Tracked::Live(), live + 1);
+  EXPECT_EQ(popped->value(), 1);
+  delete popped;
 }
 
 }  // namespace

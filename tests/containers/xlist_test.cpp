@@ -17,29 +17,7 @@
 namespace zt::test {
 namespace {
 
-/// A grouped list whose index the tests can read.
-class Probe : public ZtXList<int> {
- public:
-  using ZtXList<int>::ZtXList;
-  std::vector<const void*> Index() const {
-    std::vector<const void*> entries;
-    for (ZtLong k = 0; k < m_groupIndex.GetLength(); ++k) entries.push_back(m_groupIndex.GetAt(k));
-    return entries;
-  }
-};
-
-void ExpectIndexExact(Probe& l) {
-  const ZtLong size = l.GetGroupSize();
-  std::vector<const void*> starts;
-  ZtLong i = 0;
-  for (const int* p = l.GetFirst(); p != nullptr; p = l.GetNext(p), ++i) {
-    if (i % size == 0) starts.push_back(p);  // a node's address is its data's
-    l.MoveTo(i);
-    ASSERT_EQ(&l.GetCurData(), p) << "MoveTo(" << i << ")";
-  }
-  EXPECT_EQ(l.Index(), starts);
-  EXPECT_EQ(BackwardValues(l), Values(l));
-}
+using Probe = IndexProbe<ZtXList<int>>;
 
 TEST(XList, EveryChangeKeepsTheIndexExact) {
   using Step = std::pair<const char*, std::function<void(Probe&, Probe&)>>;

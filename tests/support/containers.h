@@ -5,6 +5,8 @@
 #ifndef ZT_TESTS_SUPPORT_CONTAINERS_H_
 #define ZT_TESTS_SUPPORT_CONTAINERS_H_
 
+#include <gtest/gtest.h>
+
 #include <initializer_list>
 #include <tuple>
 #include <vector>
@@ -93,6 +95,36 @@ auto DynArrayState(const ZtDynArray<T>& a) {
 template <class T>
 auto ArrayState(const ZtArray<T>& a) {
   return std::make_tuple(static_cast<const void*>(a.GetDataBuffer()), Values(a));
+}
+
+/// A grouped list (ZtXList or ZtPXList) whose index the tests can read.
+template <class L>
+class IndexProbe : public L {
+ public:
+  using L::L;
+  std::vector<const void*> Index() const {
+    std::vector<const void*> entries;
+    for (ZtLong k = 0; k < this->m_groupIndex.GetLength(); ++k) {
+      entries.push_back(this->m_groupIndex.GetAt(k));
+    }
+    return entries;
+  }
+};
+
+/// Checks that the index holds exactly the node a walk from the head reaches at every group
+/// start, that MoveTo(i) lands on the walked-to node for every i, and that the back links agree.
+template <class L>
+void ExpectIndexExact(IndexProbe<L>& l) {
+  const ZtLong size = l.GetGroupSize();
+  std::vector<const void*> starts;
+  ZtLong i = 0;
+  for (auto* p = l.GetFirst(); p != nullptr; p = l.GetNext(p), ++i) {
+    if (i % size == 0) starts.push_back(p);  // a node's address is its data's
+    l.MoveTo(i);
+    ASSERT_EQ(&l.GetCurData(), p) << "MoveTo(" << i << ")";
+  }
+  EXPECT_EQ(l.Index(), starts);
+  EXPECT_EQ(BackwardValues(l), Values(l));
 }
 
 }  // namespace zt::test

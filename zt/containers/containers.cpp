@@ -10,8 +10,6 @@ template class ZT_INSTANTIATION_API ZtDynArrayBase<char>;
 template class ZT_INSTANTIATION_API ZtDynArray<char>;
 template class ZT_INSTANTIATION_API ZtArray<char>;
 template class ZT_INSTANTIATION_API ZtArray<wchar_t>;
-// The hit queue clients usually pass to the find-all searches.
-template class ZT_INSTANTIATION_API ZtListQuene<ZtLong>;
 
 // Used inside the library (the storage of the hit queue); not exported.
 template class ZtList<ZtLong>;

@@ -1,0 +1,43 @@
+// zt/containers/pxlist.h
+//
+// ZtPXList<T>: a ZtXList<T*> (grouped list with a positional index) that owns the objects its
+// elements point to. It has the complete owning interface of ZtPDList<T>, from the same code, with
+// the same rules (see pdlist.h): null elements are empty places, deleting an element deletes its
+// object, TakeOff* hand the object to the caller, copies clone every object through ZtCloner.
+//
+//   ZtPXList<Node> nodes;                // groups of 25, index growing by 100 entries
+//   nodes.SortInto(new Node(7), false);  // sorted by object; positioning uses the index
+//
+// SetAll is hidden (and does nothing), because filling would overwrite every owned pointer.
+#ifndef ZT_CONTAINERS_PXLIST_H_
+#define ZT_CONTAINERS_PXLIST_H_
+
+#include "zt/config.h"
+#include "zt/containers/internal/owning_list.h"
+#include "zt/containers/xlist.h"
+
+/// Grouped list owning the objects its elements point to; null elements are empty places.
+template <class T>
+class ZtPXList : public zt::detail::OwningList<T, ZtXList<T*>> {
+  using Base = zt::detail::OwningList<T, ZtXList<T*>>;
+
+ public:
+  /// n empty places, groups of `groupSize`, an index growing by `allocUnit` entries.
+  explicit ZtPXList(ZtLong n = 0, ZtLong groupSize = 25, ZtLong allocUnit = 100)
+      : Base(n, groupSize, allocUnit) {}
+  /// A copy holding clones of src's objects, with src's group size and index allocation unit.
+  ZtPXList(const ZtPXList& src) : Base(0, src.GetGroupSize(), src.m_groupIndex.GetAllocUnit()) {
+    this->CloneFrom(src);
+  }
+  /// Deletes this list's objects, then holds clones of src's and takes its group size.
+  ZtPXList& operator=(const ZtPXList& src) {
+    if (this != &src) ZtXList<T*>::operator=(src);  // clones: both lists own their objects
+    return *this;
+  }
+  ~ZtPXList() override = default;
+
+ protected:
+  void SetAll(T* const& /*p*/) {}
+};
+
+#endif  // ZT_CONTAINERS_PXLIST_H_
