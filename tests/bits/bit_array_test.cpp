@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/containers.h"
 #include "tests/support/fault_injection.h"
 #include "zt/bits/bit_data.h"
 
@@ -80,16 +81,16 @@ TEST(BitArray, OwnedAndBorrowedBuffers) {
   borrowed.Attach(3, new char[3]{1, 2, 3});                       // adopted: freed by the array
   EXPECT_EQ(borrowed.GetLength(), 24);
   std::unique_ptr<char[]> p(borrowed.Detach());
-  EXPECT_EQ(std::make_pair(static_cast<ZtLong>(p[2]), borrowed.GetLength()), std::make_pair(3, 0));
+  EXPECT_EQ(Both(static_cast<ZtLong>(p[2]), borrowed.GetLength()), Both(3, 0));
 }
 
 TEST(BitArray, ResizingAndUnitSizesKeepTheFrontBytes) {
   ZtBitArray a(8, 2);
   a.SetValue(5, 3);
   a.ReAllocate(12);
-  EXPECT_EQ(std::make_pair(a.GetByteSize(), a.GetValue(5)), std::make_pair(3, 3));
+  EXPECT_EQ(Both(a.GetByteSize(), a.GetValue(5)), Both(3, 3));
   a.SetUnitSize(4);  // 24 bits: 6 units of 4
-  EXPECT_EQ(std::make_pair(a.GetLength(), a.GetValue(2)), std::make_pair(6, 0xC));
+  EXPECT_EQ(Both(a.GetLength(), a.GetValue(2)), Both(6, 0xC));
   a.SetUnitSize(1);
   a.ReAllocate(5);
   a.SetUnitSize(4);  // 5 bits hold one whole 4-bit unit
@@ -100,7 +101,7 @@ TEST(BitArray, ResizingAndUnitSizesKeepTheFrontBytes) {
   ZtBitArray c(5, 4);
   c.SetValue(4, 9);
   b = c;
-  EXPECT_EQ(std::make_pair(b.GetUnitSize(), b.GetValue(4)), std::make_pair(4, 9));
+  EXPECT_EQ(Both(b.GetUnitSize(), b.GetValue(4)), Both(4, 9));
   auto state = [](const ZtBitArray& x) {
     return std::make_tuple(x.GetLength(), x.GetUnitSize(), static_cast<const char*>(x), BytesOf(x));
   };
@@ -116,7 +117,7 @@ TEST(BitArray, GridCellsAreRowMajorUnits) {
   g.SetValue(2, 1, 1);
   ZtBit2dArray h(1, 1, 2);
   h = g;
-  EXPECT_EQ(std::make_pair(h.GetRowNum(), h.GetColNum()), std::make_pair(3, 4));
+  EXPECT_EQ(Both(h.GetRowNum(), h.GetColNum()), Both(3, 4));
   EXPECT_TRUE(h.GetValue(9) == 1 && h(2, 1) == 1 && h(1, 2) == 0);
   ZtBitData d(0x5);
   d.RemoveFlag(0x1);

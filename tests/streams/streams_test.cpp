@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/containers.h"
 #include "tests/support/fault_injection.h"
 #include "zt/streams/dyn_array_stream.h"
 #include "zt/streams/dyn_array_stream_ex.h"
@@ -103,9 +104,9 @@ TYPED_TEST(StreamTest, PositionsOverwritesAndReadsCutShort) {
   s.MoveTo(10);  // past the end: a write there extends the stream
   s << 'z';
   s.MoveOut();
-  EXPECT_EQ(std::make_pair(s.GetCur(), s.GetLength()), std::make_pair(11, 11));
+  EXPECT_EQ(Both(s.GetCur(), s.GetLength()), Both(11, 11));
   s.Reset();
-  EXPECT_EQ(std::make_pair(s.GetCur(), s.GetLength()), std::make_pair(0, 0));
+  EXPECT_EQ(Both(s.GetCur(), s.GetLength()), Both(0, 0));
   s << 'q';
   EXPECT_EQ(Contents(s), Bytes{'q'});
 }
@@ -119,7 +120,7 @@ TEST(Stream, ThePlainStreamStoresNothingAndNeverCompares) {
   s << ZtLong{5} << 'c' << true >> d;
   EXPECT_EQ(s.calls, 1);
   EXPECT_EQ(d, 1.5);
-  EXPECT_EQ(std::make_pair(s.GetCur(), s.GetLength()), std::make_pair(14, 0));
+  EXPECT_EQ(Both(s.GetCur(), s.GetLength()), Both(14, 0));
   const ZtStream& other = s;
   EXPECT_FALSE(s == other || s != other || s < other || s > other);
 }
@@ -145,7 +146,7 @@ TEST(DynArrayStream, RunsGrowLikeByteByByteStores) {
       s.MoveTo(at);
       s.Write(bytes.data(), count);
       EXPECT_EQ(s.Array().GetSpaceSize(), model.GetSpaceSize());
-      EXPECT_EQ(std::make_pair(s.GetCur(), s.GetLength()), std::make_pair(at, model.GetLength()));
+      EXPECT_EQ(Both(s.GetCur(), s.GetLength()), Both(at, model.GetLength()));
       std::vector<char> back(bytes.size());
       s.Read(back.data(), count);
       EXPECT_EQ(back, bytes);
@@ -159,7 +160,7 @@ TEST(DynArrayStream, SetLengthResetSubscriptAndCopies) {
   s.MoveTo(1);
   s.SetLength(3);
   EXPECT_EQ(Contents(s), (Bytes{1, 2, 3}));
-  EXPECT_EQ(std::make_pair(s.GetCur(), s.Array().GetSpaceSize()), std::make_pair(1, 3));
+  EXPECT_EQ(Both(s.GetCur(), s.Array().GetSpaceSize()), Both(1, 3));
   PeekStream copy(s);
   PeekStream target(0, 3);
   target = s;
@@ -169,7 +170,7 @@ TEST(DynArrayStream, SetLengthResetSubscriptAndCopies) {
   s.Reset();
   EXPECT_EQ(s.Array().GetSpaceSize(), 3);  // the buffer stays
   s[5] = 'k';
-  EXPECT_EQ(std::make_pair(s.GetLength(), s.Array().GetLength()), std::make_pair(0, 6));
+  EXPECT_EQ(Both(s.GetLength(), s.Array().GetLength()), Both(0, 6));
   s.MoveTo(8);
   s << 'e';  // the length catches up with the array; skipped bytes read as 0
   const Bytes bytes = Contents(s);
@@ -195,14 +196,13 @@ TEST(DynArrayStreamEx, UnitsAreCreatedUpToTheOneWritten) {
   EXPECT_EQ(Contents(*s.Unit(0))[3], 0x0A);
   EXPECT_EQ(Contents(*s.Unit(1))[0], 0x0B);
   PeekBlocks big;
-  EXPECT_EQ(std::make_pair(big.IndexToUnit(1024), big.GetIndexInUnit(1024)), std::make_pair(1, 0));
-  EXPECT_EQ(std::make_pair(big.IndexToUnit(1023), big.GetIndexInUnit(1023)),
-            std::make_pair(0, 1023));
+  EXPECT_EQ(Both(big.IndexToUnit(1024), big.GetIndexInUnit(1024)), Both(1, 0));
+  EXPECT_EQ(Both(big.IndexToUnit(1023), big.GetIndexInUnit(1023)), Both(0, 1023));
   big.Write(nullptr, 0);  // still makes sure that unit 0 exists
-  EXPECT_EQ(std::make_pair(big.UnitCount(), big.GetLength()), std::make_pair(1, 0));
+  EXPECT_EQ(Both(big.UnitCount(), big.GetLength()), Both(1, 0));
   big.MoveTo(5000);
   big << 'x';
-  EXPECT_EQ(std::make_pair(big.UnitCount(), big.GetLength()), std::make_pair(5, 5001));
+  EXPECT_EQ(Both(big.UnitCount(), big.GetLength()), Both(5, 5001));
   big.Reset();
   EXPECT_EQ(big.UnitCount(), 0);
 }

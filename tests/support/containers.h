@@ -9,6 +9,7 @@
 
 #include <initializer_list>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "zt/containers/array.h"
@@ -95,6 +96,13 @@ auto DynArrayState(const ZtDynArray<T>& a) {
 template <class T>
 auto ArrayState(const ZtArray<T>& a) {
   return std::make_tuple(static_cast<const void*>(a.GetDataBuffer()), Values(a));
+}
+
+/// Two integers as one comparable value, whatever their types (ZtLong is long on Windows, int
+/// elsewhere), so that EXPECT_EQ(Both(x.GetCur(), x.GetLength()), Both(3, 5)) compiles everywhere.
+template <class A, class B>
+std::pair<long long, long long> Both(A a, B b) {
+  return {static_cast<long long>(a), static_cast<long long>(b)};
 }
 
 /// A grouped list (ZtXList or ZtPXList) whose index the tests can read.

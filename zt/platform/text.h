@@ -30,6 +30,14 @@
 
 namespace zt::platform {
 
+/// True where narrow text is UTF-8 (everywhere but Windows, whose narrow side is the thread's
+/// ANSI code page).
+#ifdef _WIN32
+inline constexpr bool kNarrowIsUtf8 = false;
+#else
+inline constexpr bool kNarrowIsUtf8 = true;
+#endif
+
 /// Characters before the terminator (lstrlenA / lstrlenW).
 template <class Ch>
 ZtLong TextLength(const Ch* s) {
