@@ -1,14 +1,16 @@
 // bench/text_bench.cpp
 //
-// ZtStringA's substring search and replace against the standard library on a 1 MiB text of
-// random lower-case words: the first hit near the end, no hit at all, every hit of a word planted
-// once per KiB, and replacing that word. Each Zt benchmark has a Std twin doing the same work.
+// ZtStringA against std::string: appending words (the string grows to the exact size on every
+// append, so the work is quadratic by design), and substring search and replace on a 1 MiB text
+// of random lower-case words: the first hit near the end, no hit at all, every hit of a word
+// planted once per KiB, and replacing that word.
 #include <benchmark/benchmark.h>
 
 #include <random>
 #include <string>
 #include <vector>
 
+#include "bench/pair.h"
 #include "zt/containers/quene.h"
 #include "zt/text/string.h"
 
@@ -71,7 +73,7 @@ void StdFind(benchmark::State& state, const char* pattern) {
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(kTextSize));
 }
 
-void BM_ZtFindAll(benchmark::State& state) {
+void ZtFindAll(benchmark::State& state) {
   const ZtStringA text(Text().c_str());
   const ZtStringA p(kPlanted);
   HitVector hits;
@@ -81,7 +83,7 @@ void BM_ZtFindAll(benchmark::State& state) {
   }
 }
 
-void BM_StdFindAll(benchmark::State& state) {
+void StdFindAll(benchmark::State& state) {
   const std::string& text = Text();
   const std::string p(kPlanted);
   std::vector<ZtLong> hits;
@@ -95,7 +97,7 @@ void BM_StdFindAll(benchmark::State& state) {
 }
 
 // Both replace benchmarks start each iteration from a fresh copy of the text.
-void BM_ZtReplace(benchmark::State& state) {
+void ZtReplace(benchmark::State& state) {
   const ZtStringA original(Text().c_str());
   const ZtStringA from(kPlanted);
   const ZtStringA to("pin");
@@ -105,7 +107,7 @@ void BM_ZtReplace(benchmark::State& state) {
   }
 }
 
-void BM_StdReplace(benchmark::State& state) {
+void StdReplace(benchmark::State& state) {
   const std::string& original = Text();
   const std::string from(kPlanted);
   const std::string to("pin");
@@ -124,15 +126,35 @@ void BM_StdReplace(benchmark::State& state) {
   }
 }
 
-BENCHMARK_CAPTURE(ZtFind, HitNearEnd, kNearEnd);
-BENCHMARK_CAPTURE(StdFind, HitNearEnd, kNearEnd);
-BENCHMARK_CAPTURE(ZtFind, NoHit, kAbsent);
-BENCHMARK_CAPTURE(StdFind, NoHit, kAbsent);
-BENCHMARK(BM_ZtFindAll);
-BENCHMARK(BM_StdFindAll);
-BENCHMARK(BM_ZtReplace);
-BENCHMARK(BM_StdReplace);
+void ZtAppend(benchmark::State& state) {
+  for (auto _ : state) {
+    ZtStringA text;
+    for (std::int64_t i = 0; i < state.range(0); ++i) text << "word " << static_cast<int>(i);
+    benchmark::DoNotOptimize(text.GetLength());
+  }
+}
+
+void StdAppend(benchmark::State& state) {
+  for (auto _ : state) {
+    std::string text;
+    for (std::int64_t i = 0; i < state.range(0); ++i) text += "word " + std::to_string(i);
+    benchmark::DoNotOptimize(text.size());
+  }
+}
 
 }  // namespace
+
+ZT_BENCH_PAIRS {
+  using zt::bench::Pair;
+  Pair("StringA.Append", ZtAppend, StdAppend, {1000, 10000});
+  Pair(
+      "StringA.Find.HitNearEnd", [](benchmark::State& s) { ZtFind(s, kNearEnd); },
+      [](benchmark::State& s) { StdFind(s, kNearEnd); });
+  Pair(
+      "StringA.Find.NoHit", [](benchmark::State& s) { ZtFind(s, kAbsent); },
+      [](benchmark::State& s) { StdFind(s, kAbsent); });
+  Pair("StringA.FindAll", ZtFindAll, StdFindAll);
+  Pair("StringA.Replace", ZtReplace, StdReplace);
+}
 
 BENCHMARK_MAIN();

@@ -1,13 +1,44 @@
 #!/usr/bin/env bash
-# Builds the benchmarks in bench/ (Release, the bench preset) and runs each of them. Extra
-# arguments go to every benchmark program, e.g. --benchmark_repetitions=5.
+# Builds the benchmarks in bench/ (Release, the bench preset), runs them all and prints one table:
+# each workload, zt's time, the standard library's time for the same work in the same run, and
+# their ratio. Extra arguments go to every benchmark program, e.g. --benchmark_filter=DynArray or
+# --benchmark_min_time=0.1. The raw results are kept in build/bench/results.csv.
+#   scripts/bench.sh --build   only builds them (CI does this; timings there mean nothing)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/common.sh
 
 zt_need_packages "${ZT_BUILD_PACKAGES[@]}" "${ZT_BENCH_PACKAGES[@]}"
 cmake --preset bench >/dev/null
-cmake --build --preset bench
+if [ "${1:-}" = --build ]; then
+  cmake --build --preset bench
+  exit 0
+fi
+cmake --build --preset bench >/dev/null
+results=build/bench/results.csv
+: >"$results"
 for program in build/bench/bench/zt_*_bench; do
-  "$program" "$@"
+  "$program" --benchmark_format=csv "$@" 2>/dev/null | grep '^"' >>"$results"
 done
+
+# Rows are named "<workload>/zt[/n]" and "<workload>/std[/n]"; times are in ns unless stated.
+awk -F, '
+  function ns(t, unit) { return unit == "us" ? t * 1e3 : unit == "ms" ? t * 1e6 : unit == "s" ? t * 1e9 : t }
+  function show(t) {
+    return t >= 1e6 ? sprintf("%.2f ms", t / 1e6) : t >= 1e3 ? sprintf("%.2f us", t / 1e3) : sprintf("%.1f ns", t)
+  }
+  {
+    name = $1; gsub(/"/, "", name)
+    side = name ~ /\/zt(\/|$)/ ? "zt" : name ~ /\/std(\/|$)/ ? "std" : ""
+    if (side == "") next
+    key = name; sub(/\/(zt|std)/, "", key)
+    if (!(key in seen)) { seen[key] = 1; order[++n] = key }
+    time[key, side] = ns($4, $5)  # CPU time: steadier on a shared machine
+  }
+  END {
+    printf "%-40s %12s %12s %8s\n", "workload", "zt", "std", "zt/std"
+    for (i = 1; i <= n; ++i) {
+      k = order[i]; z = time[k, "zt"]; s = time[k, "std"]
+      printf "%-40s %12s %12s %8s\n", k, show(z), show(s), (s > 0 ? sprintf("%.2f", z / s) : "-")
+    }
+  }' "$results"
