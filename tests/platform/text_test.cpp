@@ -35,6 +35,16 @@ TEST(Conversion, NonAsciiTextRoundTrips) {
   EXPECT_EQ(back.GetLength(), back.Length() + 1);
 }
 
+TEST(Conversion, WideTextHoldsThePlatformsCodeUnits) {
+  // UTF-16 on Windows, where a character beyond the Basic Multilingual Plane takes a surrogate
+  // pair; UTF-32 elsewhere.
+  EXPECT_EQ(ZtStringW(L"\U0001D11E").Length(), sizeof(wchar_t) == 2 ? 2 : 1);
+  EXPECT_EQ(std::string(ZtStringA(ZtStringW("plain text"))), "plain text");
+  if (zt::platform::kNarrowIsUtf8) {
+    EXPECT_EQ(ZtStringA(L"\U0001D11E").Length(), 4);
+  }
+}
+
 TEST(Conversion, BrokenInputBecomesReplacementCharacters) {
   SKIP_UNLESS_UTF8();
   const std::vector<std::pair<const char*, std::wstring>> table = {
