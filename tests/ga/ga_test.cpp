@@ -119,6 +119,7 @@ TEST(GaTest, MultiplyCrossesACyclicSegmentForAnyDrawAndSkipsWhatItCannotMake) {
       const Ind& lng = na >= nb ? a : b;
       const Ind& sht = na >= nb ? b : a;
       const int l = sht.GetLength(), m = lng.GetLength();
+      ASSERT_GT(l, 0);
       std::srand(seed);
       const int p1 = zt::platform::Rand15() % l, width = l > 1 ? l / 2 : 1;
       std::srand(seed);

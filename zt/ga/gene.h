@@ -20,8 +20,8 @@
 class ZT_API GA_Gene {
  public:
   GA_Gene() = default;
-  GA_Gene(const GA_Gene& /*src*/) {}
-  GA_Gene& operator=(const GA_Gene& /*src*/) { return *this; }
+  GA_Gene(const GA_Gene& src) = default;
+  GA_Gene& operator=(const GA_Gene& src) = default;
 
   /// A new heap copy of the gene, owned by the caller. The base class has nothing to copy and
   /// returns null; individuals then hold an empty place where the copy would be.

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <cstdint>
-#include <memory>
 
 #include "zt/containers/array.h"
 #include "zt/platform/random.h"
@@ -23,10 +22,13 @@ void GA_Population::Step() {}
 
 void GA_Population::Append(GA_Individual* individual) {
   if (individual == nullptr) return;
-  std::unique_ptr<GA_Individual> owned(individual);  // deleted if the insertion throws
-  BFindDataTo(*individual, 0, -1);
-  InsertCur(individual);
-  owned.release();
+  try {
+    BFindDataTo(*individual, 0, -1);
+    InsertCur(individual);
+  } catch (...) {
+    delete individual;  // the population owned it from the call on
+    throw;
+  }
 }
 
 void GA_Population::Evolve() {
@@ -47,7 +49,8 @@ void GA_Population::Evolve() {
     }
   }
 
-  while (GetLength() > m_maxNum && GetLength() > 0) DelTail();
+  // The back individual leaves the list, then it is deleted: what DelTail does.
+  while (GetLength() > m_maxNum && GetLength() > 0) delete TakeOffTail();
 
   // The product wraps as 32-bit arithmetic does; the quotient truncates towards zero.
   const auto product = static_cast<ZtLong>(static_cast<std::int64_t>(m_maxNum) * m_mutationRatio);
