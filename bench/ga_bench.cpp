@@ -7,6 +7,7 @@
 #include <new>
 
 #include "zt/ga/population.h"
+#include "zt/platform/random.h"
 
 namespace {
 
@@ -53,8 +54,7 @@ class Point : public GA_Individual {
   }
   GA_Individual* Mutation() const override {
     auto* m = new Point(*this);
-    static_cast<Real&>((*m)(std::rand() % kGenes)).v *=
-        0.5;  // NOLINT(cert-msc30-c, cert-msc50-cpp)
+    static_cast<Real&>((*m)(zt::platform::Rand15() % kGenes)).v *= 0.5;
     m->Initialize();
     return m;
   }
@@ -76,8 +76,7 @@ void BM_Evolve(benchmark::State& state) {
     for (int i = 0; i < kIndividuals; ++i) {
       auto* p = new Point;
       for (int g = 0; g < kGenes; ++g) {
-        p->ZtDynPArray::Append(
-            new Real(std::rand() % 2001 - 1000));  // NOLINT(cert-msc30-c, cert-msc50-cpp)
+        p->ZtDynPArray::Append(new Real(zt::platform::Rand15() % 2001 - 1000));
       }
       p->Initialize();
       population.Append(p);
