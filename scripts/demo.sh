@@ -6,7 +6,10 @@ source scripts/common.sh
 
 zt_need_packages "${ZT_BUILD_PACKAGES[@]}"
 cmake --preset default >/dev/null
-cmake --build --preset default --target zt_demo_arrays
+cmake --build --preset default --target zt_demo_arrays zt_demo_tour
 echo
 echo "== examples/arrays"
 build/default/examples/zt_demo_arrays
+echo
+echo "== examples/tour"
+build/default/examples/zt_demo_tour
