@@ -144,6 +144,7 @@ TEST_F(GraphTest, WalkOverRingsThatDoNotMirrorStops) {
   EXPECT_EQ(p->GetLength(), 4);
   EXPECT_EQ(p->GetAt(3), &h);
   EXPECT_EQ(p->GetStartNode(), &a);
+  b.ClearArc();  // h would not take itself off B's ring
 }
 
 TEST_F(GraphTest, GridSatisfiesEulersFormula) {
@@ -289,13 +290,13 @@ TEST_F(GraphTest, FailedAllocationsLeaveTheGraphAsItWas) {
     return v;
   };
   zt::test::ExpectStrongGuarantee(
-      s.g, [](ZtGraph& g) { const ZtGraph copy(g); }, state);
+      s.g, [](ZtGraph& g) { EXPECT_EQ(ZtGraph(g).GetArcNum(), 5); }, state);
   zt::test::ExpectStrongGuarantee(
       s.g,
       [&s](ZtGraph& g) {
         std::unique_ptr<Edge> bd(new Edge(s.b, s.d, 7));  // the caller's until it is placed
         g << bd.get();
-        bd.release();
+        static_cast<void>(bd.release());
       },
       state);
   EXPECT_EQ(s.b->GetArcNum(), 3);

@@ -6,6 +6,7 @@
 #include <limits>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "zt/containers/array.h"  // the explicit instantiations need every member
@@ -51,6 +52,15 @@ void ForEach(const ZtDynArrayBase<T*>& list, F f) {
   for (T* const* p = list.GetFirst(); p != nullptr; p = list.GetNext(p)) {
     if (*p != nullptr) f(*p);
   }
+}
+
+// Adds obj to the graph, which adopts it (or destroys it as a duplicate); obj is destroyed here
+// only when the addition throws and leaves it with the caller.
+template <class T>
+ZtLong HandOver(ZtGraph& graph, std::unique_ptr<T> obj) {
+  const ZtLong pos = graph << obj.get();
+  static_cast<void>(obj.release());
+  return pos;
 }
 
 }  // namespace zt::detail
@@ -178,9 +188,7 @@ void ZtGraph::CopyFrom(const ZtGraph& src) {
     std::unique_ptr<ZtGraphNode> clone(ZtCloner<ZtGraphNode>::Clone(*node));
     if (clone == nullptr) return;
     clone->ClearArc();  // a cloned node lists the source's arcs
-    const ZtLong pos = *this << clone.get();
-    clone.release();  // adopted, or merged and destroyed
-    slot = (*this)[pos];
+    slot = (*this)[zt::detail::HandOver(*this, std::move(clone))];
   });
   zt::detail::ForEach(src.m_arcList, [this, &clones](ZtGraphArc* arc) {
     std::unique_ptr<ZtGraphArc> clone(ZtCloner<ZtGraphArc>::Clone(*arc));
@@ -189,8 +197,7 @@ void ZtGraph::CopyFrom(const ZtGraph& src) {
       const auto it = clones.find(clone->GetNode(end));
       clone->SetNode(end, it != clones.end() ? it->second : nullptr);
     }
-    *this << clone.get();
-    clone.release();
+    zt::detail::HandOver(*this, std::move(clone));
   });
 }
 
