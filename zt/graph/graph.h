@@ -20,8 +20,8 @@
 // present one and destroys it; adding an arc equal to a present one destroys it. Adding an object
 // that is itself already at its place in the graph changes nothing and answers its position. A
 // null object is refused (-1). When adding an arc throws std::bad_alloc, the graph and the
-// rings are as they were and the caller still owns the arc; a node is the caller's when its
-// sorted insertion throws.
+// rings are as they were and the caller still owns the arc; a node stays the caller's when its
+// sorted insertion throws, or when merging it throws (with the arcs not yet moved).
 //
 // Copying a graph copies its objects: every node and arc is cloned through ZtCloner (the virtual
 // Clone, which derived classes override to keep their class), each cloned arc's ends are mapped
