@@ -24,7 +24,7 @@
 // sorted insertion throws, or when merging it throws (with the arcs not yet moved).
 //
 // Copying a graph copies its objects: every node and arc is cloned through ZtCloner (the virtual
-// Clone, which derived classes override to keep their class), each cloned arc's ends are mapped
+// Clone: a derived class overrides it to keep its class), each cloned arc's ends are mapped
 // onto the clones of its ends (an end outside the source graph becomes null) and the clone is
 // connected. Copy and source share nothing, so neither destroys what the other holds.
 #ifndef ZT_GRAPH_GRAPH_H_
