@@ -25,6 +25,8 @@
 #include "zt/ga/gene.h"
 #include "zt/ga/individual.h"
 #include "zt/ga/population.h"
+#include "zt/graph/graph.h"
+#include "zt/graph/graph_path.h"
 #include "zt/rtclass/run_time_class.h"
 #include "zt/streams/dyn_array_stream.h"
 #include "zt/streams/dyn_array_stream_ex.h"

@@ -1,0 +1,253 @@
+// zt/graph/graph.h
+//
+// ZtGraphArc, ZtGraphNode, ZtGraph: a graph of nodes joined by directed arcs, meant to be derived
+// from. Order and identity come from the virtual CmpArc / CmpNode (address order by default);
+// ==, !=, < and > go through them, so every list operation uses a client's override.
+//
+//   ZtGraph g;
+//   g.Create(new ZtGraphArc(new ZtGraphNode, new ZtGraphNode));  // two nodes, one arc, connected
+//
+// An arc leaves its end 0 and enters its end 1 and is *connected* when it stands in the arc list
+// of each non-null end. A node keeps its arcs in a ring sorted by CmpArc while s_pStartNode names
+// that node (AppendArc sets it for the insertion and restores it afterwards, exceptions
+// included), so a client can order arcs around a node, for instance by angle; FindNextArc and
+// FindPreArc read that ring. A node never owns or destroys its arcs. Connect/UnConnect change
+// both sides of a connection; SetNode, RemoveArc and ClearArc change one side only, and an arc
+// whose end names a node that does not list it keeps that pointer when the node is destroyed.
+//
+// The graph owns every node and arc handed to it: operator<< and Create adopt, Del*, Clear*,
+// Reset and the destructor destroy. Adding a node equal to a present one merges its arcs into the
+// present one and destroys it; adding an arc equal to a present one destroys it. Adding an object
+// that is itself already at its place in the graph changes nothing and answers its position. A
+// null object is refused (-1). When adding an arc throws std::bad_alloc, the graph and the
+// rings are as they were and the caller still owns the arc; a node stays the caller's when its
+// sorted insertion throws, or when merging it throws (with the arcs not yet moved).
+//
+// Copying a graph copies its objects: every node and arc is cloned through ZtCloner (the virtual
+// Clone: a derived class overrides it to keep its class), each cloned arc's ends are mapped
+// onto the clones of its ends (an end outside the source graph becomes null) and the clone is
+// connected. Copy and source share nothing, so neither destroys what the other holds.
+#ifndef ZT_GRAPH_GRAPH_H_
+#define ZT_GRAPH_GRAPH_H_
+
+#include "zt/bits/bit_data.h"
+#include "zt/config.h"
+#include "zt/containers/dlist.h"
+#include "zt/containers/dyn_array.h"
+#include "zt/containers/dyn_array_base.h"
+#include "zt/containers/list.h"
+#include "zt/containers/pdlist.h"
+#include "zt/containers/pxlist.h"
+#include "zt/containers/xlist.h"
+
+class ZtGraphNode;
+class ZtGraphPath;
+
+/// A directed arc from end 0 to end 1. The ends are not owned and may be null.
+class ZT_API ZtGraphArc : public ZtBitData {
+ public:
+  /// Flags 0 and the given ends; does not connect.
+  explicit ZtGraphArc(ZtGraphNode* from = nullptr, ZtGraphNode* to = nullptr) : m_ends{from, to} {}
+  /// Copies the flags and both end pointers; does not connect.
+  ZtGraphArc(const ZtGraphArc& src) = default;
+  /// Copies the flags and both end pointers; no list or connection changes.
+  ZtGraphArc& operator=(const ZtGraphArc& src) = default;
+  /// UnConnect(): the arc leaves the lists of both its ends.
+  ~ZtGraphArc() override;
+
+  /// Address order (the sign of this minus other); override to order arcs by a key.
+  virtual int CmpArc(const ZtGraphArc& other) const;
+  /// A new copy of this arc, used when a graph is copied; override in derived classes.
+  virtual ZtGraphArc* Clone() const;
+
+  /// End 1 when i is not 0, else end 0.
+  ZtGraphNode* GetNode(ZtLong i) const { return m_ends[i != 0 ? 1 : 0]; }
+  /// Sets one end; no list changes.
+  void SetNode(ZtLong i, ZtGraphNode* n) { m_ends[i != 0 ? 1 : 0] = n; }
+  /// End 1 when n is end 0, otherwise end 0 (also when n is neither end).
+  ZtGraphNode* GetOtherNode(ZtGraphNode* n) const { return n == m_ends[0] ? m_ends[1] : m_ends[0]; }
+  bool IsValid() const { return m_ends[0] != nullptr && m_ends[1] != nullptr; }
+  /// A loop: both ends are the same node (or both are null).
+  bool IsClosed() const { return m_ends[0] == m_ends[1]; }
+  /// AppendArc(this) on end 0, then end 1, where non-null (a loop is listed once).
+  void Connect();
+  /// RemoveArc(this) on end 0, then end 1, where non-null; then both ends become null.
+  void UnConnect();
+
+  /// The mesh on one side of this arc (side 0 starts at end 0, any other value at end 1); the
+  /// caller owns the path. See graph_path.h.
+  ZtGraphPath* FindMesh(int side);
+
+  bool operator==(const ZtGraphArc& o) const { return CmpArc(o) == 0; }
+  bool operator!=(const ZtGraphArc& o) const { return CmpArc(o) != 0; }
+  bool operator<(const ZtGraphArc& o) const { return CmpArc(o) < 0; }
+  bool operator>(const ZtGraphArc& o) const { return CmpArc(o) > 0; }
+
+ protected:
+  ZtGraphNode* m_ends[2];
+};
+
+extern template class ZT_API ZtDynArrayBase<ZtGraphArc*>;
+extern template struct ZT_API ZtListNode<ZtGraphArc*>;
+extern template struct ZT_API ZtDListNode<ZtGraphArc*>;
+extern template class ZT_API ZtList<ZtGraphArc*>;
+extern template class ZT_API ZtDList<ZtGraphArc*>;
+extern template class ZT_API ZtPDList<ZtGraphArc>;
+extern template class ZT_API ZtDynArray<ZtListNode<ZtGraphArc*>*>;
+extern template class ZT_API ZtXList<ZtGraphArc*>;
+extern template class ZT_API ZtPXList<ZtGraphArc>;
+
+/// A node with the ring of arcs that touch it, sorted by CmpArc as seen from this node.
+class ZT_API ZtGraphNode : public ZtBitData {
+ public:
+  ZtGraphNode() : m_arcs(0) {}
+  /// Copies the flags and lists the same arcs; their ends still name the source node.
+  ZtGraphNode(const ZtGraphNode& src);
+  /// Copies the flags and lists src's arcs instead of this node's; no arc's ends change.
+  ZtGraphNode& operator=(const ZtGraphNode& src);
+  /// UnConnect(): arcs' ends naming this node become null.
+  ~ZtGraphNode() override;
+
+  /// Address order (the sign of this minus other); override to order nodes by a key.
+  virtual int CmpNode(const ZtGraphNode& other) const;
+  /// A new copy of this node, used when a graph is copied; override in derived classes.
+  virtual ZtGraphNode* Clone() const;
+
+  ZtLong GetArcNum() const { return m_arcs.GetLength(); }
+  bool IsAloneNode() const { return m_arcs.GetLength() == 0; }
+  bool IsEndNode() const { return m_arcs.GetLength() == 1; }
+  /// The arc at position i of the ring, or null when i names none.
+  ZtGraphArc* GetArc(ZtLong i) const { return m_arcs.IsValidIndex(i) ? m_arcs.GetAt(i) : nullptr; }
+  /// Position of that very arc (by address), or -1.
+  ZtLong FindArc(ZtGraphArc* arc) const { return m_arcs.Find(arc, 0, -1); }
+  /// The arc after `arc` in the ring; null with fewer than 2 arcs or when `arc` is absent.
+  ZtGraphArc* FindNextArc(ZtGraphArc* arc) const { return Neighbour(arc, 1); }
+  /// The arc before `arc` in the ring; null with fewer than 2 arcs or when `arc` is absent.
+  ZtGraphArc* FindPreArc(ZtGraphArc* arc) const { return Neighbour(arc, -1); }
+  /// Sorts the arc into the ring with s_pStartNode naming this node; false (nothing changes) when
+  /// an equal arc is listed already or arc is null. The arc's ends are not looked at.
+  bool AppendArc(ZtGraphArc* arc);
+  /// Takes that very arc off the ring, neither destroying it nor changing its ends.
+  bool RemoveArc(ZtGraphArc* arc);
+  /// Empties the ring without destroying arcs or changing their ends.
+  void ClearArc() { m_arcs.ZtDList<ZtGraphArc*>::Reset(); }
+  /// Moves every arc of `other` onto this node: ends naming other name this node, the arcs are
+  /// sorted in (an arc between the two becomes a loop) and other's ring is emptied. Other is not
+  /// destroyed. Nothing happens for null or this node.
+  void Conbine(ZtGraphNode* other);
+  /// Ends of listed arcs that name this node become null, then the ring is emptied; the arcs
+  /// stay in the rings of their other ends.
+  void UnConnect();
+  /// Appends, in ring order, every arc entering this node; `out` is not emptied first.
+  void GetArcIn(ZtDynArrayBase<ZtGraphArc*>& out) const { CollectArcs(out, 1); }
+  /// Appends, in ring order, every arc leaving this node (a loop is both in and out).
+  void GetArcOut(ZtDynArrayBase<ZtGraphArc*>& out) const { CollectArcs(out, 0); }
+
+  bool operator==(const ZtGraphNode& o) const { return CmpNode(o) == 0; }
+  bool operator!=(const ZtGraphNode& o) const { return CmpNode(o) != 0; }
+  bool operator<(const ZtGraphNode& o) const { return CmpNode(o) < 0; }
+  bool operator>(const ZtGraphNode& o) const { return CmpNode(o) > 0; }
+
+ protected:
+  /// The arcs, never destroyed through this list (it only uses the owning list's sorted insert).
+  ZtPDList<ZtGraphArc> m_arcs;
+  /// While a node sorts an arc into its ring, that node; otherwise what it was before (null).
+  static ZtGraphNode* s_pStartNode;
+
+ private:
+  friend class ZtGraph;
+
+  ZtGraphArc* Neighbour(ZtGraphArc* arc, int step) const;
+  void CollectArcs(ZtDynArrayBase<ZtGraphArc*>& out, ZtLong end) const;
+  /// Replaces the ring by src's arc pointers; on bad_alloc the ring is unchanged.
+  void CopyArcs(const ZtDList<ZtGraphArc*>& src);
+};
+
+extern template class ZT_API ZtDynArrayBase<ZtGraphNode*>;
+extern template struct ZT_API ZtListNode<ZtGraphNode*>;
+extern template struct ZT_API ZtDListNode<ZtGraphNode*>;
+extern template class ZT_API ZtList<ZtGraphNode*>;
+extern template class ZT_API ZtDList<ZtGraphNode*>;
+extern template class ZT_API ZtDynArray<ZtListNode<ZtGraphNode*>*>;
+extern template class ZT_API ZtXList<ZtGraphNode*>;
+extern template class ZT_API ZtPXList<ZtGraphNode>;
+
+/// The owner of all nodes and arcs, each kept sorted without duplicates.
+class ZT_API ZtGraph {
+ public:
+  ZtGraph() : m_nodeList(0, 25, 100), m_arcList(0, 25, 100) {}
+  /// A deep copy: clones of src's nodes and arcs, connected among themselves.
+  ZtGraph(const ZtGraph& src);
+  /// Destroys this graph's objects, then holds a deep copy of src's. If the copy throws, this
+  /// graph keeps what was copied so far.
+  ZtGraph& operator=(const ZtGraph& src);
+  /// UnConnect(), then every arc is destroyed, then every node.
+  virtual ~ZtGraph();
+
+  ZtLong GetNodeNum() const { return m_nodeList.GetLength(); }
+  ZtLong GetArcNum() const { return m_arcList.GetLength(); }
+  /// Node at position i, or null when i names none.
+  ZtGraphNode* operator[](ZtLong i) const {
+    return m_nodeList.IsValidIndex(i) ? m_nodeList.GetAt(i) : nullptr;
+  }
+  /// Arc at position i, or null when i names none.
+  ZtGraphArc* operator()(ZtLong i) const {
+    return m_arcList.IsValidIndex(i) ? m_arcList.GetAt(i) : nullptr;
+  }
+
+  /// Adopts a node and returns its position; an equal node already present takes over its arcs
+  /// and the new one is destroyed (the present one's position is returned).
+  ZtLong operator<<(ZtGraphNode* node);
+  /// Adopts and connects an arc and returns its position; when an equal arc is present the new
+  /// one is destroyed and the present one's position is returned.
+  ZtLong operator<<(ZtGraphArc* arc);
+  /// Adds the arc's non-null ends as nodes (pointing the arc at the surviving node when one was
+  /// merged), then the arc; returns the arc's position. Equal ends collapse into a loop.
+  ZtLong Create(ZtGraphArc* arc);
+  /// Binary search by CmpNode / CmpArc: the position of an equal element, or -1.
+  ZtLong Find(const ZtGraphNode& node) const { return m_nodeList.BFindData(node, 0, -1); }
+  ZtLong Find(const ZtGraphArc& arc) const { return m_arcList.BFindData(arc, 0, -1); }
+
+  /// Re-sorts node i after its key changed: its arcs are disconnected, the node is added again
+  /// (possibly merging into an equal node K), arcs naming it are pointed at K, and its arcs that
+  /// are in the graph are re-added (reconnected, or destroyed as duplicates); arcs not in the
+  /// graph go to `removed` when given, disconnected. Returns the node's new position, or -1 when
+  /// i names no node. If adding the node throws, it is destroyed and its arcs stay disconnected.
+  ZtLong CheckNode(ZtLong i, ZtDynArrayBase<ZtGraphArc*>* removed = nullptr);
+  /// The same for a node found with Find, or by address when Find does not reach it.
+  ZtLong CheckNode(ZtGraphNode* node, ZtDynArrayBase<ZtGraphArc*>* removed = nullptr);
+  /// Re-sorts arc i after its key changed: it is taken off, disconnected and added again
+  /// (reconnected, or destroyed when an equal arc is now present). Returns the result of that
+  /// addition, or -1 when i names no arc. If adding throws, the arc is destroyed.
+  ZtLong CheckArc(ZtLong i);
+  /// The same for an arc found with Find, or by address when Find does not reach it.
+  ZtLong CheckArc(ZtGraphArc* arc);
+
+  /// Destroys node i; every arc of the graph that names it gets a null end.
+  void DelNode(ZtLong i);
+  /// Destroys arc i (it leaves the rings of its ends).
+  void DelArc(ZtLong i) { m_arcList.Del(i); }
+  /// Destroys every node; arcs of the graph that named one get null ends.
+  void ClearNode();
+  /// Destroys every arc.
+  void ClearArc() { m_arcList.Reset(); }
+  /// Every node's UnConnect, then every arc's: no node keeps an arc, no arc an end. The objects
+  /// stay in the graph.
+  void UnConnect();
+  /// UnConnect(), then destroys every node, then every arc.
+  void Reset();
+
+ protected:
+  ZtPXList<ZtGraphNode> m_nodeList;
+  ZtPXList<ZtGraphArc> m_arcList;
+
+ private:
+  void CopyFrom(const ZtGraph& src);
+  /// operator<< for an arc the graph already owns: destroyed if it cannot be placed.
+  ZtLong Readd(ZtGraphArc* arc);
+  /// Nulls every end of the graph's arcs for which doomed(end) holds.
+  template <class Pred>
+  void DropEnds(Pred doomed);
+};
+
+#endif  // ZT_GRAPH_GRAPH_H_
