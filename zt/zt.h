@@ -22,6 +22,7 @@
 #include "zt/containers/push_var.h"
 #include "zt/containers/quene.h"
 #include "zt/containers/xlist.h"
+#include "zt/events/events.h"
 #include "zt/rtclass/run_time_class.h"
 #include "zt/streams/dyn_array_stream.h"
 #include "zt/streams/dyn_array_stream_ex.h"
