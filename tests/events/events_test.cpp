@@ -64,8 +64,10 @@ TEST_F(EventsTest, MasksSelectReactorsAndReactGetsNameAndData) {
   Add(L'b', 0x5);
   Add(L'c', 0x2);
   int payload = 0;
-  const struct { unsigned int type; const wchar_t* log; } cases[] = {
-      {0, L"ae*;be*;ce*;"}, {0x4, L"ae*;be*;"}, {0x14, L"ae*;be*;"}, {0x2, L"ae*;ce*;"}};
+  const struct {
+    unsigned int type;
+    const wchar_t* log;
+  } cases[] = {{0, L"ae*;be*;ce*;"}, {0x4, L"ae*;be*;"}, {0x14, L"ae*;be*;"}, {0x2, L"ae*;ce*;"}};
   for (const auto& c : cases) {
     g_log.clear();
     ZtSendEvent(L"e", &payload, c.type);
@@ -107,7 +109,10 @@ TEST_F(EventsTest, NestedUseOfTheBusLeavesTheOuterDeliveryOnCourse) {
   Probe& b = Add(L'b');
   Probe& c = Add(L'c');
   Probe& d = Add(L'd');
-  const struct { std::function<void()> action; const wchar_t* log; } cases[] = {
+  const struct {
+    std::function<void()> action;
+    const wchar_t* log;
+  } cases[] = {
       {[] { ZtSendEvent(L"i", nullptr, 0); }, L"ao;bo;ai;bi;ci;di;co;do;"},
       {[&b] { ZtUnRegisterReactor(&b); }, L"ao;bo;co;do;"},
       {[&c] { ZtUnRegisterReactor(&c); }, L"ao;bo;do;"},

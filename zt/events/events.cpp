@@ -76,7 +76,7 @@ class EventBus {
 
   ZtDList<ZtEventReactor*> m_registry{0};
   ZtPDListQuene<ZtEvent> m_queue{-1};
-  int m_depth = 0;        // deliveries under way, nested ones included
+  int m_depth = 0;         // deliveries under way, nested ones included
   bool m_emptied = false;  // some registry entries were emptied during a delivery
 };
 
