@@ -184,6 +184,26 @@ TEST_F(EventsTest, APostThatCannotAllocateQueuesNothing) {
   EXPECT_EQ(g_log, L"along event name;");
 }
 
+/// A client's static reactor: registered while static objects are built, and using the bus
+/// again while they are destroyed, whichever of it and the library's objects goes first.
+struct StaticReactor : ZtEventReactor {
+  StaticReactor() : ZtEventReactor(0x100) { ZtRegisterReactor(this); }
+  StaticReactor(const StaticReactor&) = delete;
+  StaticReactor& operator=(const StaticReactor&) = delete;
+  ~StaticReactor() override {
+    ZtUnRegisterReactor(this);
+    ZtSendEvent(L"bye", nullptr, 0);
+    ZtPostEvent(L"bye", nullptr, 0);
+  }
+  void React(const wchar_t* /*name*/, void* /*data*/) override { ++count; }
+  int count = 0;
+} g_staticReactor;
+
+TEST(StaticObjects, UseTheBusFromTheirConstructorsAndDestructors) {
+  ZtSendEvent(L"s", nullptr, 0x100);
+  EXPECT_EQ(g_staticReactor.count, 1);
+}
+
 TEST(Event, ComparesByNameAndCopiesEveryField) {
   int d = 0;
   const EventView e1(L"b", &d, 3);
