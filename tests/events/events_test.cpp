@@ -215,7 +215,8 @@ TEST(Event, ComparesByNameAndCopiesEveryField) {
   e2 = EventView(L"z", nullptr, 5);
   EXPECT_TRUE(e2.Same(nullptr, 5) && std::wstring(e2.Name()) == L"z");
   const Probe p(L'p', 7);
-  const Probe copy(p);
+  Probe copy(L'q', 1);
+  copy = p;
   EXPECT_EQ(copy.Mask(), 7u);
 }
 
