@@ -13,35 +13,19 @@
 
 namespace {
 
-std::wstring g_log;  // "<reactor><event name>;" per delivery
+std::wstring g_log;  // "<reactor id><event name>;" per delivery
 
-/// Logs each delivery, then runs its action (which may use the bus) for the named event.
-class Probe : public ZtEventReactor {
- public:
-  explicit Probe(wchar_t id, unsigned int mask = 0) : ZtEventReactor(mask), m_id(id) {}
+/// Logs each delivery, then runs its action (which may use the bus) on the event `trigger`.
+struct Probe : ZtEventReactor {
+  explicit Probe(wchar_t id, unsigned int mask = 0) : ZtEventReactor(mask), id(id) {}
   void React(const wchar_t* name, void* data) override {
-    g_log += m_id;
-    g_log += name;
-    g_log += data != nullptr ? L"*;" : L";";
-    if (m_action && name == m_trigger) m_action();
-  }
-  void On(const wchar_t* trigger, std::function<void()> action) {
-    m_trigger = trigger;
-    m_action = std::move(action);
+    g_log += id + std::wstring(name) + (data != nullptr ? L"*;" : L";");
+    if (action && name == trigger) action();
   }
   unsigned int Mask() const { return mask; }
-
- private:
-  wchar_t m_id;
-  std::wstring m_trigger;
-  std::function<void()> m_action;
-};
-
-/// Exposes an event's fields.
-struct EventView : ZtEvent {
-  using ZtEvent::ZtEvent;
-  const wchar_t* Name() const { return name; }
-  bool Same(void* d, unsigned int t) const { return data == d && type == t; }
+  wchar_t id;
+  std::wstring trigger;
+  std::function<void()> action;
 };
 
 class EventsTest : public ::testing::Test {
@@ -51,118 +35,85 @@ class EventsTest : public ::testing::Test {
     for (auto& p : m_probes) ZtUnRegisterReactor(p.get());
     ZtProcessPostEvents();  // no reactor left: drops what a failed test left queued
   }
-  Probe& Add(wchar_t id, unsigned int mask = 0) {
+  Probe& Add(wchar_t id, unsigned int mask = 0, const wchar_t* trigger = L"",
+             std::function<void()> action = {}) {
     m_probes.push_back(std::make_unique<Probe>(id, mask));
+    m_probes.back()->trigger = trigger;
+    m_probes.back()->action = std::move(action);
     ZtRegisterReactor(m_probes.back().get());
     return *m_probes.back();
+  }
+  std::wstring Send(const wchar_t* name, unsigned int type = 0, void* data = nullptr) {
+    g_log.clear();
+    ZtSendEvent(name, data, type);
+    return g_log;
   }
   std::vector<std::unique_ptr<Probe>> m_probes;
 };
 
-TEST_F(EventsTest, MasksSelectReactorsAndReactGetsNameAndData) {
-  Add(L'a', 0);
+TEST_F(EventsTest, MasksOrderDuplicatesAndUnregistering) {
+  Probe& a = Add(L'a', 0);
   Add(L'b', 0x5);
   Add(L'c', 0x2);
   int payload = 0;
-  const struct {
-    unsigned int type;
-    const wchar_t* log;
-  } cases[] = {{0, L"ae*;be*;ce*;"}, {0x4, L"ae*;be*;"}, {0x14, L"ae*;be*;"}, {0x2, L"ae*;ce*;"}};
-  for (const auto& c : cases) {
-    g_log.clear();
-    ZtSendEvent(L"e", &payload, c.type);
-    EXPECT_EQ(g_log, c.log) << c.type;
-  }
-  g_log.clear();
-  ZtSendEvent(nullptr, nullptr, 0x8);  // a null name arrives as L""
-  EXPECT_EQ(g_log, L"a;");
-}
-
-TEST_F(EventsTest, RegistrationOrderDuplicatesAndUnregistering) {
-  Probe& a = Add(L'a');
-  Add(L'b');
+  EXPECT_EQ(Send(L"e", 0, &payload), L"ae*;be*;ce*;");
+  EXPECT_EQ(Send(L"e", 0x4), L"ae;be;");
+  EXPECT_EQ(Send(L"e", 0x14), L"ae;be;");
+  EXPECT_EQ(Send(nullptr, 0x2), L"a;c;");  // a null name arrives as L""
   ZtRegisterReactor(&a);
   ZtRegisterReactor(nullptr);
-  ZtSendEvent(L"1", nullptr, 0);
+  EXPECT_EQ(Send(L"e", 0x8), L"ae;ae;");
   ZtUnRegisterReactor(&a);  // both entries go
-  ZtUnRegisterReactor(&a);
   ZtUnRegisterReactor(nullptr);
-  ZtSendEvent(L"2", nullptr, 0);
-  EXPECT_EQ(g_log, L"a1;b1;a1;b2;");
+  EXPECT_EQ(Send(L"e"), L"be;ce;");
 }
 
 TEST_F(EventsTest, PostedEventsComeInOrderWithThosePostedMeanwhile) {
-  Add(L'a').On(L"1", [] { ZtPostEvent(L"3", nullptr, 0); });
+  Add(L'a', 0, L"1", [] { ZtPostEvent(L"3", nullptr, 0); });
   std::wstring name = L"1";
   ZtPostEvent(name.c_str(), nullptr, 0);
   name = L"X";  // the queue holds its own copy
   ZtPostEvent(L"2", nullptr, 0);
   EXPECT_EQ(g_log, L"");
   ZtProcessPostEvents();
-  EXPECT_EQ(g_log, L"a1;a2;a3;");
   ZtProcessPostEvents();
   EXPECT_EQ(g_log, L"a1;a2;a3;");
 }
 
 TEST_F(EventsTest, NestedUseOfTheBusLeavesTheOuterDeliveryOnCourse) {
-  Probe& a = Add(L'a');
-  Probe& b = Add(L'b');
-  Probe& c = Add(L'c');
-  Probe& d = Add(L'd');
+  Probe* p[] = {&Add(L'a'), &Add(L'b'), &Add(L'c'), &Add(L'd')};
   const struct {
     std::function<void()> action;
     const wchar_t* log;
   } cases[] = {
       {[] { ZtSendEvent(L"i", nullptr, 0); }, L"ao;bo;ai;bi;ci;di;co;do;"},
-      {[&b] { ZtUnRegisterReactor(&b); }, L"ao;bo;co;do;"},
-      {[&c] { ZtUnRegisterReactor(&c); }, L"ao;bo;do;"},
-      {[&a] { ZtUnRegisterReactor(&a); }, L"ao;bo;co;do;"},
-      {[&b] {
-         ZtUnRegisterReactor(&b);
-         ZtSendEvent(L"i", nullptr, 0);
-       },
+      {[&p] { ZtUnRegisterReactor(p[1]); }, L"ao;bo;co;do;"},  // itself
+      {[&p] { ZtUnRegisterReactor(p[2]); }, L"ao;bo;do;"},     // the next one
+      {[&p] { ZtUnRegisterReactor(p[0]); }, L"ao;bo;co;do;"},  // one already served
+      {[&p] { ZtUnRegisterReactor(p[1]), ZtSendEvent(L"i", nullptr, 0); },
        L"ao;bo;ai;ci;di;co;do;"},
-      {[] {
-         ZtPostEvent(L"p", nullptr, 0);
-         ZtProcessPostEvents();
-       },
-       L"ao;bo;ap;bp;cp;dp;co;do;"},
-      {[&b] { ZtRegisterReactor(&b); }, L"ao;bo;co;do;"},  // the new entry gets later events
+      {[] { ZtPostEvent(L"q", nullptr, 0), ZtProcessPostEvents(); }, L"ao;bo;aq;bq;cq;dq;co;do;"},
+      {[&p] { ZtRegisterReactor(p[1]); }, L"ao;bo;co;do;"},  // the new entry gets later events
   };
   for (const auto& k : cases) {
-    for (Probe* p : {&a, &b, &c, &d}) {
-      ZtUnRegisterReactor(p);
-      ZtRegisterReactor(p);
-    }
-    b.On(L"o", k.action);
-    g_log.clear();
-    ZtSendEvent(L"o", nullptr, 0);
-    EXPECT_EQ(g_log, k.log);
+    for (Probe* r : p) ZtUnRegisterReactor(r), ZtRegisterReactor(r);
+    p[1]->trigger = L"o";
+    p[1]->action = k.action;
+    EXPECT_EQ(Send(L"o"), k.log);
   }
-  b.On(L"", nullptr);
-  g_log.clear();
-  ZtSendEvent(L"z", nullptr, 0);  // the last case registered b a second time
-  EXPECT_EQ(g_log, L"az;bz;cz;dz;bz;");
+  EXPECT_EQ(Send(L"z"), L"az;bz;cz;dz;bz;");
 }
 
 TEST_F(EventsTest, ReactorsRegisteredDuringADeliveryDoNotKeepItGoing) {
-  std::vector<std::unique_ptr<Probe>> spawned;
-  std::function<void()> spawn = [&spawned, &spawn] {
-    spawned.push_back(std::make_unique<Probe>(L'n'));
-    spawned.back()->On(L"e", spawn);
-    ZtRegisterReactor(spawned.back().get());
-  };
-  Add(L'a').On(L"e", spawn);
-  ZtSendEvent(L"e", nullptr, 0);
-  ZtSendEvent(L"e", nullptr, 0);
-  EXPECT_EQ(g_log, L"ae;ae;ne;");
-  for (auto& p : spawned) ZtUnRegisterReactor(p.get());
+  std::function<void()> spawn = [this, &spawn] { Add(L'n', 0, L"e", spawn); };
+  Add(L'a', 0, L"e", spawn);
+  EXPECT_EQ(Send(L"e"), L"ae;");
+  EXPECT_EQ(Send(L"e"), L"ae;ne;");
 }
 
 TEST_F(EventsTest, AnExceptionFromReactLeavesTheLaterEventsQueued) {
-  Probe& a = Add(L'a');
-  a.On(L"!", [&a] {
-    ZtUnRegisterReactor(&a);
+  Probe& a = Add(L'a', 0, L"!", [this] {
+    ZtUnRegisterReactor(m_probes[0].get());
     throw std::runtime_error("react");
   });
   Add(L'b');
@@ -180,44 +131,34 @@ TEST_F(EventsTest, APostThatCannotAllocateQueuesNothing) {
   int unused = 0;
   zt::test::ExpectStrongGuarantee(
       unused, [](int&) { ZtPostEvent(L"long event name", nullptr, 0); }, [](int) { return 0; });
+  g_log.clear();
   ZtProcessPostEvents();
   EXPECT_EQ(g_log, L"along event name;");
 }
 
-/// A client's static reactor: registered while static objects are built, and using the bus
-/// again while they are destroyed, whichever of it and the library's objects goes first.
+/// A client's static reactor, using the bus while static objects are built and destroyed.
 struct StaticReactor : ZtEventReactor {
   StaticReactor() : ZtEventReactor(0x100) { ZtRegisterReactor(this); }
   StaticReactor(const StaticReactor&) = delete;
   StaticReactor& operator=(const StaticReactor&) = delete;
   ~StaticReactor() override {
     ZtUnRegisterReactor(this);
-    ZtSendEvent(L"bye", nullptr, 0);
     ZtPostEvent(L"bye", nullptr, 0);
   }
   void React(const wchar_t* /*name*/, void* /*data*/) override { ++count; }
   int count = 0;
-} g_staticReactor;
+} g_static;
 
-TEST(StaticObjects, UseTheBusFromTheirConstructorsAndDestructors) {
+TEST(Events, StaticReactorsAndComparisons) {
+  const int before = g_static.count;
   ZtSendEvent(L"s", nullptr, 0x100);
-  EXPECT_EQ(g_staticReactor.count, 1);
-}
-
-TEST(Event, ComparesByNameAndCopiesEveryField) {
-  int d = 0;
-  const EventView e1(L"b", &d, 3);
-  EXPECT_TRUE(e1 == EventView(L"b", nullptr, 0));
-  EXPECT_TRUE(e1 < EventView(L"c", &d, 3) && e1 > EventView(L"a", &d, 3));
-  EXPECT_TRUE(e1 != EventView(L"B", &d, 3) && EventView(L"bb", &d, 3) > e1);
-  EventView e2(e1);
-  EXPECT_TRUE(e2.Same(&d, 3) && e2 == e1);
-  e2 = EventView(L"z", nullptr, 5);
-  EXPECT_TRUE(e2.Same(nullptr, 5) && std::wstring(e2.Name()) == L"z");
-  const Probe p(L'p', 7);
-  Probe copy(L'q', 1);
-  copy = p;
-  EXPECT_EQ(copy.Mask(), 7u);
+  EXPECT_EQ(g_static.count, before + 1);
+  const ZtEvent e(L"b", &g_static, 3);
+  EXPECT_TRUE(e == ZtEvent(L"b", nullptr, 0) && e != ZtEvent(L"B", &g_static, 3));
+  EXPECT_TRUE(e < ZtEvent(L"c", &g_static, 3) && e > ZtEvent(L"a", &g_static, 3));
+  Probe copy(L'c', 1);
+  static_cast<ZtEventReactor&>(copy) = g_static;  // the mask only: the copy stays unregistered
+  EXPECT_EQ(copy.Mask(), 0x100u);
 }
 
 }  // namespace
