@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <tuple>
 
 #include "tests/support/containers.h"
@@ -68,13 +69,15 @@ TEST(ListQuene, CollectsTheHitsOfAFindAllSearchAndPushesAllOrNothing) {
 
 TEST(PDListQuene, OwnsWhatIsQueuedAndHandsPoppedObjectsOver) {
   const long live = Tracked::Live();
-  Tracked* popped = nullptr;
+  std::unique_ptr<Tracked> mine;
   {
     ZtPDListQuene<Tracked> q(3);
     for (int v : {1, 2, 3}) EXPECT_TRUE(q.Push(new Tracked(v)));
-    Tracked refused(4);
-    EXPECT_FALSE(q.Push(&refused));  // full: the caller keeps it
+    const std::unique_ptr<Tracked> refused(new Tracked(4));
+    EXPECT_FALSE(q.Push(refused.get()));  // full: the caller keeps it
+    Tracked* popped = nullptr;
     EXPECT_TRUE(q.Pop(popped) && popped->value() == 1);
+    mine.reset(popped);
     Tracked* tail = nullptr;
     EXPECT_TRUE(q.GetTail(tail) && tail->value() == 3 && q.GetCount() == 2);
     q.Clear();
@@ -82,8 +85,7 @@ TEST(PDListQuene, OwnsWhatIsQueuedAndHandsPoppedObjectsOver) {
     EXPECT_TRUE(q.Push(new Tracked(5)) && q.Push(new Tracked(6)));
   }  // the destructor deletes both
   EXPECT_EQ(Tracked::Live(), live + 1);
-  EXPECT_EQ(popped->value(), 1);
-  delete popped;
+  EXPECT_EQ(mine->value(), 1);
 }
 
 }  // namespace

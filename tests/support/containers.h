@@ -112,6 +112,7 @@ class IndexProbe : public L {
   using L::L;
   std::vector<const void*> Index() const {
     std::vector<const void*> entries;
+    entries.reserve(static_cast<std::size_t>(this->m_groupIndex.GetLength()));
     for (ZtLong k = 0; k < this->m_groupIndex.GetLength(); ++k) {
       entries.push_back(this->m_groupIndex.GetAt(k));
     }
