@@ -6,7 +6,7 @@ source scripts/common.sh
 
 zt_need_packages "${ZT_BUILD_PACKAGES[@]}"
 cmake --preset default >/dev/null
-demos=(arrays tour faces)
+demos=(arrays tour faces events)
 cmake --build --preset default --target "${demos[@]/#/zt_demo_}"
 for demo in "${demos[@]}"; do
   echo
