@@ -139,7 +139,11 @@ void Read(std::istream& in, ZtGraph& graph) {
       if (a == b) throw InputError{line, "an edge needs two different points"};
       const ZtLong arcs = graph.GetArcNum();
       graph << new Edge(points[a], points[b]);
-      if (graph.GetArcNum() == arcs) throw InputError{line, "edge " + a + "-" + b + " is repeated"};
+      if (graph.GetArcNum() == arcs) {
+        std::string message = "edge ";
+        message.append(a).append("-").append(b).append(" is repeated");
+        throw InputError{line, message};
+      }
     } else {
       throw InputError{line, "unknown line kind '" + kind + "' (expected point or edge)"};
     }
