@@ -67,9 +67,9 @@ TYPED_TEST(ArrayTest, SearchesClampAnyNegativeEnd) {
   EXPECT_EQ(a.Find(x, 2, -5), 3);
   EXPECT_EQ(a.Find(x, 3, 1), -1);
   EXPECT_EQ(a.Find(x, -1, -1), -1);
-  VectorQuene hits;
+  ZtListQuene<ZtLong> hits;
   EXPECT_EQ(a.Find(x, hits, 1, -7), 2);  // unlike the sequence search, -7 means the end
-  EXPECT_EQ(hits.items(), (std::vector<ZtLong>{1, 3}));
+  EXPECT_EQ(Items(hits), (std::vector<ZtLong>{1, 3}));
   EXPECT_EQ(a.FindOrAppend(TypeParam(7)), 4);
   a.FindOrInsertHead(TypeParam(8));
   a.FindOrInsertHead(TypeParam(8));

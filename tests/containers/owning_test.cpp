@@ -116,10 +116,10 @@ TYPED_TEST(OwningTest, RemovalDeletesOnlyTheRemovedObject) {
 
 TYPED_TEST(OwningTest, SearchesAndSortedInsertionCompareObjects) {
   auto o = this->Make({3, 1, 3, -1, 3});
-  VectorQuene hits;
+  ZtListQuene<ZtLong> hits;
   EXPECT_EQ(o.FindData(Tracked(3), 1, -1), 2);
   EXPECT_EQ(o.FindData(Tracked(3), hits, 1, -1), 2);
-  EXPECT_EQ(hits.items(), (std::vector<ZtLong>{2, 4}));
+  EXPECT_EQ(Items(hits), (std::vector<ZtLong>{2, 4}));
   if constexpr (TestFixture::kIsList) {
     EXPECT_TRUE(o.FindDataTo(Tracked(3), 1));
     EXPECT_EQ(o.GetCur(), 2);
