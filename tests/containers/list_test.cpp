@@ -200,16 +200,12 @@ TYPED_TEST(ListTest, FailedInsertionsLeaveTheListUnchanged) {
   const auto state = [](TypeParam& x) {
     return std::make_tuple(x.GetCur(), x.GetCurPos(), Values(x), BackwardValues(x));
   };
-  ExpectStrongGuarantee(
-      l, [](auto& x) { x.InsertCur(9); }, state);
-  ExpectStrongGuarantee(
-      l, [](auto& x) { x.Insert(2, 9); }, state);
-  ExpectStrongGuarantee(
-      l, [](auto& x) { x.Append(9); }, state);
-  ExpectStrongGuarantee(
-      l, [](auto& x) { x.SetLength(9, true); }, state);
-  ExpectStrongGuarantee(
-      l, [](auto& x) { x[12] = 5; }, state);
+  const auto strong = [&](auto op) { ExpectStrongGuarantee(l, op, state); };
+  strong([](auto& x) { x.InsertCur(9); });
+  strong([](auto& x) { x.Insert(2, 9); });
+  strong([](auto& x) { x.Append(9); });
+  strong([](auto& x) { x.SetLength(9, true); });
+  strong([](auto& x) { x[12] = 5; });
 }
 
 TEST(List, SplicesRefuseTheOtherKindOfList) {
