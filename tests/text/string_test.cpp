@@ -78,8 +78,7 @@ TYPED_TEST(StringTest, GrowthIsExactAndPrintingKeepsItsBuffer) {
 
 TYPED_TEST(StringTest, EditingMembersMoveTheRightCharacters) {
   using S = typename TestFixture::S;
-  const auto M = [](const char* t) { return Str<TypeParam>(t); };
-  const auto xy = M("XY");
+  const auto xy = this->M("XY");
   const TypeParam x('x');
   this->ExpectEdits({
       {"abcdef", [](S& s) { s.Del(1, 3); }, "aef", 7},
