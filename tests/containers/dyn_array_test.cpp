@@ -19,8 +19,9 @@ namespace {
 
 // The capacity after each of `count` appends.
 std::vector<ZtLong> CapacitiesWhileAppending(ZtDynArray<int>& a, int count) {
-  std::vector<ZtLong> caps;
-  for (int i = 0; i < count; ++i) caps.push_back((a.Append(i), a.GetSpaceSize()));
+  std::vector<ZtLong> caps(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i)
+    caps[static_cast<std::size_t>(i)] = (a.Append(i), a.GetSpaceSize());
   return caps;
 }
 

@@ -53,8 +53,8 @@ Seq& Fill(Seq& s, std::initializer_list<T> values) {
 
 /// The queued indices of a hit queue, head first.
 inline std::vector<ZtLong> Items(ZtQuene<ZtLong>& q) {
-  std::vector<ZtLong> out;
-  for (ZtLong i = 0; i < q.GetCount(); ++i) out.push_back(q[i]);
+  std::vector<ZtLong> out(static_cast<std::size_t>(q.GetCount()));
+  for (std::size_t i = 0; i < out.size(); ++i) out[i] = q[static_cast<ZtLong>(i)];
   return out;
 }
 
@@ -85,6 +85,7 @@ class IndexProbe : public L {
   using L::L;
   std::vector<const void*> Index() const {
     std::vector<const void*> entries;
+    entries.reserve(static_cast<std::size_t>(this->m_groupIndex.GetLength()));
     for (ZtLong k = 0; k < this->m_groupIndex.GetLength(); ++k) {
       entries.push_back(this->m_groupIndex.GetAt(k));
     }
