@@ -205,6 +205,7 @@ TYPED_TEST(OwningTest, FailedInsertionsLeaveTheContainerUnchanged) {
   onFull([](auto& x) { x.Append(nullptr); });
   onFull([](auto& x) { x.Move(2, 0); });
   onFull([](auto& x) { x.PlaceIn(nullptr); });
+  onFull([](auto& x) { const std::decay_t<decltype(x)> copy(x); });  // a failed copy leaks no clone
   if constexpr (TestFixture::kIsList) onFull([](auto& x) { x.FindDataOrAppend(Tracked(5)); });
 }
 
