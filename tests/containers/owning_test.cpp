@@ -235,5 +235,13 @@ TEST(DynPArray, CopiesCloneThroughTheVirtualClone) {
   EXPECT_NE(copy[0], shapes[0]);
 }
 
+TEST(DynPArray, SetSpaceSizeToTheLengthDropsTheSpareSlots) {
+  ZtDynPArray<Tracked> a(10);
+  a.Append(new Tracked(1));
+  EXPECT_TRUE(a.SetSpaceSize(1));
+  EXPECT_EQ(Both(a.GetSpaceSize(), a.GetLength()), Both(1, 1));
+  EXPECT_EQ(a[0]->value(), 1);
+}
+
 }  // namespace
 }  // namespace zt::test
