@@ -355,7 +355,8 @@ ZtLong ZtDynArrayBase<T>::Find(const T& v, ZtLong from, ZtLong to) const {
 template <class T>
 ZtLong ZtDynArrayBase<T>::Find(const T& v, ZtQuene<ZtLong>& hits, ZtLong from, ZtLong to) const {
   if (to == -1 || to >= m_length) to = m_length - 1;
-  if (const T* data = zt::detail::ContiguousElements(*this); data != nullptr && IsValidIndex(from)) {
+  if (const T* data = zt::detail::ContiguousElements(*this);
+      data != nullptr && IsValidIndex(from)) {
     for (ZtLong i = from; i <= to; ++i) {
       if (data[i] == v) hits.Push(i);
     }
