@@ -6,6 +6,7 @@
 // grows) the expectations say so.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -38,7 +39,6 @@ class SequenceTest : public ::testing::Test {
  protected:
   using Seq = S;
   using E = decltype(ElementOf(std::declval<S>()));
-  using State = std::pair<std::vector<E>, long long>;
   static constexpr bool kIsList = std::is_base_of_v<ZtList<E>, S>;
   void TearDown() override { EXPECT_EQ(Tracked::Live(), m_live) << "elements leaked or lost"; }
   static Seq Make(std::initializer_list<int> values) {
@@ -46,12 +46,21 @@ class SequenceTest : public ::testing::Test {
     for (int v : values) s.Append(E(v));
     return s;
   }
-  static std::vector<E> V(std::initializer_list<int> values) {
-    return {values.begin(), values.end()};
+  static std::vector<E> V(std::vector<int> values) { return {values.begin(), values.end()}; }
+  /// An edit and the contents and cursor it must leave.
+  struct Step {
+    std::function<void(Seq&)> edit;
+    std::vector<int> values;
+    ZtLong cursor;
+  };
+  /// Runs the steps in order on s, checking the contents and the cursor after each.
+  static void Steps(Seq& s, std::initializer_list<Step> steps) {
+    for (const Step& step : steps) {
+      step.edit(s);
+      EXPECT_EQ(Values(s), V(step.values)) << "step " << &step - steps.begin();
+      EXPECT_EQ(s.GetCur(), step.cursor) << "step " << &step - steps.begin();
+    }
   }
-  /// The contents and the cursor, compared in one check.
-  static State At(const Seq& s) { return {Values(s), s.GetCur()}; }
-  static State At(std::initializer_list<int> values, ZtLong cursor) { return {V(values), cursor}; }
   /// The cursor after stepping past the last element of a sequence of this length.
   static ZtLong End(ZtLong length) { return kIsList ? -1 : length; }
   long m_live = Tracked::Live();
@@ -70,23 +79,18 @@ TYPED_TEST(SequenceTest, NewSequenceStandsBeforeTheStart) {
 }
 
 TYPED_TEST(SequenceTest, InsertionsAndDeletionsPlaceTheCursor) {
-  using E = typename TestFixture::E;
   auto s = this->Make({1, 2, 3, 4});
-  EXPECT_EQ((Longs{s.Append(E(5)), s.GetCur()}), (Longs{4, 4}));
-  s.InsertHead(E(0));
-  EXPECT_EQ(s.GetCur(), 0);
-  s.Insert(3, E(9));
-  EXPECT_EQ(this->At(s), this->At({0, 1, 2, 9, 3, 4, 5}, 3));
-  s.DelHead();
-  EXPECT_EQ(s.GetCur(), -1);
-  s.DelTail();
-  EXPECT_EQ(s.GetCur(), 4);
-  s.Del(2);
-  EXPECT_EQ(this->At(s), this->At({1, 2, 3, 4}, 1));
+  this->Steps(s, {
+                     {[](auto& x) { EXPECT_EQ(x.Append(5), 4); }, {1, 2, 3, 4, 5}, 4},
+                     {[](auto& x) { x.InsertHead(0); }, {0, 1, 2, 3, 4, 5}, 0},
+                     {[](auto& x) { x.Insert(3, 9); }, {0, 1, 2, 9, 3, 4, 5}, 3},
+                     {[](auto& x) { x.DelHead(); }, {1, 2, 9, 3, 4, 5}, -1},
+                     {[](auto& x) { x.DelTail(); }, {1, 2, 9, 3, 4}, 4},
+                     {[](auto& x) { x.Del(2); }, {1, 2, 3, 4}, 1},
+                     // Not stopped at the end.
+                     {[](auto& x) { x.MoveToLast(), x.MoveToNext(); }, {1, 2, 3, 4}, this->End(4)},
+                 });
   EXPECT_EQ(BackwardValues(s), Values(s));
-  s.MoveToLast();
-  s.MoveToNext();
-  EXPECT_EQ(s.GetCur(), this->End(4));  // not stopped at the end
 }
 
 TYPED_TEST(SequenceTest, SubscriptGrowsAndMovesTheCursorConstSubscriptDoesNot) {
@@ -101,38 +105,30 @@ TYPED_TEST(SequenceTest, SubscriptGrowsAndMovesTheCursorConstSubscriptDoesNot) {
 }
 
 TYPED_TEST(SequenceTest, MovePutsTheElementBeforeTheTargetIndex) {
-  struct Case {
-    ZtLong from, to;
-    std::initializer_list<int> result;
-    ZtLong cursor;
-  };
-  for (const Case& c :
-       {Case{0, 3, {2, 3, 1, 4}, 2}, Case{3, 0, {4, 1, 2, 3}, 0}, Case{1, 4, {1, 3, 4, 2}, 3}}) {
+  for (auto [from, to, values, cursor] : {std::tuple{0, 3, std::vector{2, 3, 1, 4}, 2},
+                                          {3, 0, {4, 1, 2, 3}, 0},
+                                          {1, 4, {1, 3, 4, 2}, 3}}) {
     auto s = this->Make({1, 2, 3, 4});
-    EXPECT_TRUE(s.Move(c.from, c.to));
-    EXPECT_EQ(this->At(s), this->At(c.result, c.cursor));
+    this->Steps(s, {{[&](auto& x) { EXPECT_TRUE(x.Move(from, to)); }, values, cursor}});
   }
   auto s = this->Make({1, 2, 3, 4});
   s.MoveTo(1);
   for (auto [from, to] : {std::pair{2, 2}, {2, 3}, {-1, 2}, {0, 9}}) EXPECT_FALSE(s.Move(from, to));
-  EXPECT_EQ(this->At(s), this->At({1, 2, 3, 4}, 1));
+  this->Steps(s, {{[](auto&) {}, {1, 2, 3, 4}, 1}});
 }
 
 TYPED_TEST(SequenceTest, ExchangeSetAllAndSizeChanges) {
   using E = typename TestFixture::E;
   auto s = this->Make({1, 2, 3});
-  s.Exchange(0, 2);
-  EXPECT_EQ(this->At(s), this->At({3, 2, 1}, 0));
+  this->Steps(s, {{[](auto& x) { x.Exchange(0, 2); }, {3, 2, 1}, 0}});
   s.Exchange(1, 4);  // grows to cover index 4 first
   EXPECT_EQ(Both(s.GetLength(), s[4] == E(2)), Both(5, true));
   s.Exchange(-1, 0);  // ignored
-  s.SetLength(2, true);
-  s.SetAll(E(7));
-  EXPECT_EQ(this->At(s), this->At({7, 7}, this->End(2)));
+  this->Steps(s, {{[](auto& x) { x.SetLength(2, true), x.SetAll(7); }, {7, 7}, this->End(2)}});
   s.IncreaseSize(3);
   EXPECT_EQ(Both(s.GetLength(), s[1] == E(7)), Both(5, true));
   s.DecreaseSize(2);
-  EXPECT_EQ(s.GetLength(), this->kIsList ? 5 : 3);
+  EXPECT_EQ(s.GetLength(), this->kIsList ? 5 : 3);  // a list's ReAllocate only grows
   s.DecreaseSize(9);
   EXPECT_EQ(s.GetLength(), this->kIsList ? 5 : 0);
   auto t = this->Make({1, 2, 3});
@@ -159,22 +155,19 @@ TYPED_TEST(SequenceTest, FindReturnsTheFirstHitAndFindAllPushesAscending) {
 }
 
 TYPED_TEST(SequenceTest, CursorSearchesAndDeletionByValue) {
-  using E = typename TestFixture::E;
   auto s = this->Make({5, 0, 5});
-  EXPECT_TRUE(s.FindTo(E(5), 1));
-  EXPECT_EQ(s.GetCur(), 2);
-  EXPECT_FALSE(s.FindTo(E(7), 0));
-  EXPECT_EQ(s.GetCur(), this->End(3));
-  EXPECT_EQ((Longs{s.FindOrAppend(E(7)), s.FindOrAppend(E(7))}), (Longs{3, 3}));
-  s.MoveTo(1);
-  EXPECT_EQ((Longs{s.FindOrAppend(E(0)), s.GetCur()}), (Longs{1, 1}));
-  s.FindOrInsertHead(E(9));
-  s.FindOrInsertHead(E(9));
-  EXPECT_EQ(this->At(s), this->At({9, 5, 0, 5, 7}, 0));
+  this->Steps(s, {
+                     {[](auto& x) { EXPECT_TRUE(x.FindTo(5, 1)); }, {5, 0, 5}, 2},
+                     {[](auto& x) { EXPECT_FALSE(x.FindTo(7, 0)); }, {5, 0, 5}, this->End(3)},
+                     {[](auto& x) { EXPECT_EQ(x.FindOrAppend(7), 3); }, {5, 0, 5, 7}, 3},
+                     {[](auto& x) { EXPECT_EQ(x.FindOrAppend(7), 3); }, {5, 0, 5, 7}, 3},
+                     {[](auto& x) { x.MoveTo(1), x.FindOrAppend(0); }, {5, 0, 5, 7}, 1},
+                     {[](auto& x) { x.FindOrInsertHead(9); }, {9, 5, 0, 5, 7}, 0},
+                     {[](auto& x) { x.FindOrInsertHead(9); }, {9, 5, 0, 5, 7}, 0},
+                 });
   auto d = this->Make({5, 5, 1, 5});
-  EXPECT_EQ(d.FindDel(E(5)), 3);
+  EXPECT_EQ((Longs{d.FindDel(5), d.FindDel(5)}), (Longs{3, 0}));
   EXPECT_EQ(Values(d), this->V({1}));
-  EXPECT_EQ(d.FindDel(E(5)), 0);
 }
 
 TYPED_TEST(SequenceTest, BinarySearchAndInsertionPoint) {
@@ -183,15 +176,14 @@ TYPED_TEST(SequenceTest, BinarySearchAndInsertionPoint) {
   EXPECT_EQ((Longs{s.BFind(E(5)), s.BFind(E(0)), s.BFind(E(9)), s.BFind(E(4))}),
             (Longs{2, -1, -1, -1}));
   EXPECT_EQ(this->Make({}).BFind(E(1)), -1);
-  struct Case {
-    int v;
-    bool found;
-    ZtLong cursor;
-  };
-  for (const Case& c : {Case{4, false, 2}, Case{9, false, this->End(4)}, Case{0, false, 0},
-                        Case{7, true, 3}, Case{2, false, 1}, Case{6, false, 3}, Case{1, true, 0}}) {
-    EXPECT_EQ(s.BFindTo(E(c.v)), c.found) << c.v;
-    EXPECT_EQ(s.GetCur(), c.cursor) << c.v;
+  for (auto [v, found, cursor] : {std::tuple{4, false, 2},
+                                  {9, false, this->End(4)},
+                                  {0, false, 0},
+                                  {7, true, 3},
+                                  {2, false, 1},
+                                  {6, false, 3},
+                                  {1, true, 0}}) {
+    EXPECT_EQ((Longs{s.BFindTo(E(v)), s.GetCur()}), (Longs{found, cursor})) << v;
   }
   auto empty = this->Make({});
   EXPECT_FALSE(empty.BFindTo(E(1)));
@@ -201,50 +193,42 @@ TYPED_TEST(SequenceTest, BinarySearchAndInsertionPoint) {
 }
 
 TYPED_TEST(SequenceTest, SortIntoKeepsOrderAndArrivalOfEquals) {
-  using E = typename TestFixture::E;
   auto s = this->Make({1, 3, 5});
-  EXPECT_TRUE(s.SortInto(E(4), false));
-  EXPECT_EQ(this->At(s), this->At({1, 3, 4, 5}, 2));
-  EXPECT_FALSE(s.SortInto(E(3), false));
-  EXPECT_EQ(s.GetCur(), 1);
-  EXPECT_TRUE(s.SortInto(E(3), true));
-  EXPECT_EQ(this->At(s), this->At({1, 3, 3, 4, 5}, 2));
+  this->Steps(s, {
+                     {[](auto& x) { EXPECT_TRUE(x.SortInto(4, false)); }, {1, 3, 4, 5}, 2},
+                     {[](auto& x) { EXPECT_FALSE(x.SortInto(3, false)); }, {1, 3, 4, 5}, 1},
+                     {[](auto& x) { EXPECT_TRUE(x.SortInto(3, true)); }, {1, 3, 3, 4, 5}, 2},
+                 });
   auto one = this->Make({9});
-  EXPECT_TRUE(one.SortInto(E(9), true));
-  EXPECT_EQ(this->At(one), this->At({9, 9}, 1));
+  this->Steps(one, {{[](auto& x) { EXPECT_TRUE(x.SortInto(9, true)); }, {9, 9}, 1}});
 }
 
 TYPED_TEST(SequenceTest, ReverseSwapsThroughTheGrowingSubscriptAndSortOrders) {
-  using E = typename TestFixture::E;
   auto s = this->Make({1, 2, 3, 4, 5});
-  s.Reverse(0, -1);
-  EXPECT_EQ(this->At(s), this->At({5, 4, 3, 2, 1}, 3));
-  s.Reverse(1, 3);
-  EXPECT_EQ(this->At(s), this->At({5, 2, 3, 4, 1}, 3));
-  s.MoveTo(0);
-  for (auto [from, to] : {std::pair{2, 2}, {3, 1}, {-2, 1}}) s.Reverse(from, to);
-  EXPECT_EQ(this->At(s), this->At({5, 2, 3, 4, 1}, 0));
-  s.MoveTo(1);
-  s.Sort(false);  // a list's sorts end off the list
-  EXPECT_EQ(this->At(s), this->At({5, 4, 3, 2, 1}, this->kIsList ? -1 : 1));
+  this->Steps(
+      s, {
+             {[](auto& x) { x.Reverse(0, -1); }, {5, 4, 3, 2, 1}, 3},
+             {[](auto& x) { x.Reverse(1, 3); }, {5, 2, 3, 4, 1}, 3},
+             {[](auto& x) { x.MoveTo(0), x.Reverse(2, 2), x.Reverse(3, 1), x.Reverse(-2, 1); },
+              {5, 2, 3, 4, 1},
+              0},
+             // A list's sorts end off the list.
+             {[](auto& x) { x.MoveTo(1), x.Sort(false); }, {5, 4, 3, 2, 1}, this->kIsList ? -1 : 1},
+         });
   s.Reverse(4, 5);  // extends to 6 elements, then swaps
-  EXPECT_EQ(Both(s.GetLength(), s[5] == E(1)), Both(6, true));
+  EXPECT_EQ(Both(s.GetLength(), s[5] == typename TestFixture::E(1)), Both(6, true));
 }
 
 TYPED_TEST(SequenceTest, SlicesReplaceTheTargetAndClampTheirRange) {
   const auto s = this->Make({1, 2, 3});
   auto out = this->Make({8, 8, 8, 8});
-  s.Right(2, out);
-  EXPECT_EQ(Values(out), this->V({2, 3}));
-  EXPECT_TRUE(out.IsOut());
-  s.Mid(1, 1, out);
-  EXPECT_EQ(Values(out), this->V({2}));
-  s.Left(0, out);
-  EXPECT_TRUE(out.IsEmpty());
-  s.Left(9, out);
-  EXPECT_EQ(Values(out), this->V({1, 2, 3}));
-  s.Mid(-4, 7, out);
-  EXPECT_EQ(Values(out), this->V({1, 2, 3}));
+  this->Steps(out, {
+                       {[&](auto& x) { s.Right(2, x); }, {2, 3}, this->End(2)},
+                       {[&](auto& x) { s.Mid(1, 1, x); }, {2}, this->End(1)},
+                       {[&](auto& x) { s.Left(0, x); }, {}, this->End(0)},
+                       {[&](auto& x) { s.Left(9, x); }, {1, 2, 3}, this->End(3)},
+                       {[&](auto& x) { s.Mid(-4, 7, x); }, {1, 2, 3}, this->End(3)},
+                   });
   auto self = this->Make({1, 2, 3, 4});
   self.Right(3, self);
   self.Mid(1, 1, self);
@@ -254,18 +238,14 @@ TYPED_TEST(SequenceTest, SlicesReplaceTheTargetAndClampTheirRange) {
 TYPED_TEST(SequenceTest, CopiesAppendsAndComparisonsOfWholeSequences) {
   using E = typename TestFixture::E;
   auto a = this->Make({1, 2});
-  a << this->Make({3});
-  EXPECT_EQ(Values(a), this->V({1, 2, 3}));
-  EXPECT_TRUE(a.IsOut());
-  a << a;
-  a.MoveTo(2);
-  a.DeepCopy(a);
-  EXPECT_EQ(this->At(a), this->At({1, 2, 3, 1, 2, 3}, 2));
-  ZtArray<E> fixed(this->Make({4, 5}));
-  a.DeepCopy(fixed);
-  EXPECT_EQ(this->At(a), this->At({4, 5}, this->End(2)));
-  a << fixed;
-  EXPECT_EQ(Values(a), this->V({4, 5, 4, 5}));
+  const ZtArray<E> fixed(this->Make({4, 5}));
+  this->Steps(a, {
+                     {[this](auto& x) { x << this->Make({3}); }, {1, 2, 3}, this->End(3)},
+                     {[](auto& x) { x << x; }, {1, 2, 3, 1, 2, 3}, this->End(6)},
+                     {[](auto& x) { x.MoveTo(2), x.DeepCopy(x); }, {1, 2, 3, 1, 2, 3}, 2},
+                     {[&](auto& x) { x.DeepCopy(fixed); }, {4, 5}, this->End(2)},
+                     {[&](auto& x) { x << fixed; }, {4, 5, 4, 5}, this->End(4)},
+                 });
   // Equality compares the elements, the orderings only the lengths.
   const auto m = [this](std::initializer_list<int> v) { return this->Make(v); };
   EXPECT_TRUE(m({1, 2}) == m({1, 2}) && m({1, 2}) != m({1, 3}) && m({}) == m({}));
