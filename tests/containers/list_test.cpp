@@ -255,8 +255,8 @@ TEST(XList, GrowingTheIndexFailsBeforeTheListChanges) {
   l.MoveTo(2);
   auto state = [](Probe& x) { return std::make_tuple(x.GetCur(), Values(x), x.Index()); };
   Probe o(5);
-  for (auto op : {std::function<void(Probe&)>([](auto& x) { x.InsertCur(9); }),
-                  std::function<void(Probe&)>([&o](auto& x) { x.Conbine(o, 1); })}) {
+  for (const auto& op : {std::function<void(Probe&)>([](auto& x) { x.InsertCur(9); }),
+                         std::function<void(Probe&)>([&o](auto& x) { x.Conbine(o, 1); })}) {
     ExpectStrongGuarantee(l, op, state);
     ExpectIndexExact(l);
   }

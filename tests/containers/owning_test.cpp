@@ -46,7 +46,9 @@ class OwningTest : public ::testing::Test {
   }
   /// The objects and the cursor, compared in one check.
   static std::pair<Ints, long long> At(const Owning& o) { return {Objects(o), o.GetCur()}; }
-  static std::pair<Ints, long long> At(Ints objects, ZtLong cursor) { return {objects, cursor}; }
+  static std::pair<Ints, long long> At(const Ints& objects, ZtLong cursor) {
+    return {objects, cursor};
+  }
   /// The grouped list's index and the lists' back links agree with the walk from the head.
   static void Check(Owning& o) {
     if constexpr (std::is_same_v<Owning, GroupedOwning>) {

@@ -109,12 +109,15 @@ TYPED_TEST(SequenceTest, MovePutsTheElementBeforeTheTargetIndex) {
                                           {3, 0, {4, 1, 2, 3}, 0},
                                           {1, 4, {1, 3, 4, 2}, 3}}) {
     auto s = this->Make({1, 2, 3, 4});
-    this->Steps(s, {{[&](auto& x) { EXPECT_TRUE(x.Move(from, to)); }, values, cursor}});
+    EXPECT_TRUE(s.Move(from, to));
+    EXPECT_EQ(Values(s), this->V(values));
+    EXPECT_EQ(s.GetCur(), cursor);
   }
   auto s = this->Make({1, 2, 3, 4});
   s.MoveTo(1);
   for (auto [from, to] : {std::pair{2, 2}, {2, 3}, {-1, 2}, {0, 9}}) EXPECT_FALSE(s.Move(from, to));
-  this->Steps(s, {{[](auto&) {}, {1, 2, 3, 4}, 1}});
+  EXPECT_EQ(Values(s), this->V({1, 2, 3, 4}));
+  EXPECT_EQ(s.GetCur(), 1);
 }
 
 TYPED_TEST(SequenceTest, ExchangeSetAllAndSizeChanges) {
