@@ -18,11 +18,12 @@
 namespace zt::test {
 namespace {
 
+using Longs = std::vector<ZtLong>;
+
 // The capacity after each of `count` appends.
-std::vector<ZtLong> CapacitiesWhileAppending(ZtDynArray<int>& a, int count) {
-  std::vector<ZtLong> caps(static_cast<std::size_t>(count));
-  for (int i = 0; i < count; ++i)
-    caps[static_cast<std::size_t>(i)] = (a.Append(i), a.GetSpaceSize());
+Longs CapacitiesWhileAppending(ZtDynArray<int>& a, int count) {
+  Longs caps;
+  for (int i = 0; i < count; ++i) caps.push_back((a.Append(i), a.GetSpaceSize()));
   return caps;
 }
 
@@ -30,11 +31,10 @@ TEST(DynArray, GrowthAddsTheAllocationUnitBeyondTheNewLength) {
   ZtDynArray<int> a;
   EXPECT_EQ(Both(a.GetSpaceSize(), a.GetAllocUnit()), Both(0, 10));
   EXPECT_EQ(a.GetFirst(), nullptr);
-  std::vector<ZtLong> caps(11, 11);
-  caps.push_back(22);
-  EXPECT_EQ(CapacitiesWhileAppending(a, 12), caps);
+  EXPECT_EQ(CapacitiesWhileAppending(a, 12),
+            (Longs{11, 11, 11, 11, 11, 11, 11, 11, 11, 11, 11, 22}));
   ZtDynArray<int> b(5, 3);
-  EXPECT_EQ(CapacitiesWhileAppending(b, 6), (std::vector<ZtLong>{5, 5, 5, 5, 5, 9}));
+  EXPECT_EQ(CapacitiesWhileAppending(b, 6), (Longs{5, 5, 5, 5, 5, 9}));
   b.SetAllocUnit(0);
   b.IncreaseSize(4);
   EXPECT_EQ(b.GetSpaceSize(), 10);
@@ -45,13 +45,11 @@ TEST(DynArray, ExactSizingAndReleasingCapacity) {
   Fill(a, {1, 2, 3, 4, 5, 6});
   a.MoveTo(1);
   a.ReAllocate(2);
-  EXPECT_EQ(a.GetLength(), 2);
-  EXPECT_EQ(a.GetSpaceSize(), 11);
+  EXPECT_EQ(Both(a.GetLength(), a.GetSpaceSize()), Both(2, 11));
   a.ReAllocate(6);
   a.SetLength(4, true);
   EXPECT_EQ(Values(a), (std::vector<int>{1, 2, 3, 4}));
-  EXPECT_EQ(a.GetSpaceSize(), 4);
-  EXPECT_EQ(a.GetCur(), 1);
+  EXPECT_EQ(Both(a.GetSpaceSize(), a.GetCur()), Both(4, 1));
   a.SetLength(4, false);  // same capacity: nothing reallocated, contents kept
   a.SetLength(6, true);
   EXPECT_EQ(Both(a.GetSpaceSize(), a[3]), Both(6, 4));
@@ -62,8 +60,7 @@ TEST(DynArray, ExactSizingAndReleasingCapacity) {
   EXPECT_EQ(a.GetSpaceSize(), 4);
   EXPECT_EQ(Values(a), (std::vector<int>{1, 2, 3, 9}));
   a.SetLength(0, true);
-  EXPECT_EQ(a.GetSpaceSize(), 0);
-  EXPECT_EQ(a.GetFirst(), nullptr);
+  EXPECT_TRUE(a.GetSpaceSize() == 0 && a.GetFirst() == nullptr);
 }
 
 TEST(DynArray, AttachDetachAndResetHandTheBufferOver) {
@@ -76,14 +73,12 @@ TEST(DynArray, AttachDetachAndResetHandTheBufferOver) {
   std::unique_ptr<int[]> p(a.Detach());
   EXPECT_EQ(p[2], 9);
   EXPECT_EQ(DynArrayState(a), DynArrayState(ZtDynArray<int>()));
-
   Fill(a, {1, 2});
   a.Reset();
   EXPECT_EQ(a.GetCur(), -1);
   const long live = LiveAllocations();
   a.Append(5);  // the kept buffer takes it
-  EXPECT_EQ(LiveAllocations(), live);
-  EXPECT_EQ(a.GetSpaceSize(), 11);
+  EXPECT_EQ(Both(LiveAllocations(), a.GetSpaceSize()), Both(live, 11));
 }
 
 int AllEqual(const Keyed& /*a*/, const Keyed& /*b*/) { return 0; }
@@ -97,21 +92,17 @@ TEST(DynArray, RankSortIsStableAndMakesExactlyHalfNSquaredComparisons) {
   EXPECT_EQ(bytes.GetCur(), 2);
   bytes.Sort(false);
   EXPECT_EQ(Values(bytes), (std::vector<char>{'\5', '\3', '\xff', '\xff'}));
-
   ZtDynArray<Keyed> k;
   for (int i = 0; i < 40; ++i) k.Append(Keyed{(i * 7) % 5, i});
   g_keyComparisons = 0;
   k.Sort(CountingByKey);
   EXPECT_EQ(g_keyComparisons, 40 * 39 / 2);
   for (ZtLong i = 1; i < k.GetLength(); ++i) {
-    const Keyed& prev = k[i - 1];
-    const Keyed& cur = k[i];
-    EXPECT_TRUE(prev.key < cur.key || (prev.key == cur.key && prev.tag < cur.tag)) << i;
+    EXPECT_TRUE(k[i - 1].key < k[i].key || (k[i - 1].key == k[i].key && k[i - 1].tag < k[i].tag));
   }
   const std::vector<int> tags = Tags(k);
   k.Sort(AllEqual);
-  for (ZtLong i = 0; i < k.GetLength(); ++i) EXPECT_EQ(k[i].tag, tags[i]);
-
+  EXPECT_EQ(Tags(k), tags);
   int cells[3] = {};
   ZtDynArray<int*> ptrs;
   Fill(ptrs, {&cells[2], &cells[0], &cells[1]});
@@ -125,14 +116,12 @@ TEST(DynArray, CopiesAreExactSizeWithTheCursorAtTheEnd) {
   a.MoveTo(1);
   ZtDynArray<Tracked> copy(a);
   EXPECT_EQ(copy, a);
-  EXPECT_EQ(copy.GetSpaceSize(), 3);
-  EXPECT_EQ(copy.GetCur(), 3);
-  EXPECT_EQ(copy.GetAllocUnit(), 10);
+  EXPECT_EQ((Longs{copy.GetSpaceSize(), copy.GetCur(), copy.GetAllocUnit()}), (Longs{3, 3, 10}));
   ZtDynArray<Tracked> b(0, 7);
   b = a;
-  EXPECT_EQ(b.GetAllocUnit(), 7);
   const auto& alias = b;
   b = alias;
+  EXPECT_EQ(b.GetAllocUnit(), 7);
   EXPECT_EQ(Values(b), (std::vector<Tracked>{1, 2, 3}));
   a.SetLength(4, true);  // full
   a.Append(a[0]);        // the argument lives in the buffer being replaced

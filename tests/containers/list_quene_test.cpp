@@ -30,9 +30,8 @@ TEST(ListQuene, PopsInPushOrderUpToItsLimitAndPushesAllOrNothing) {
   }
   EXPECT_TRUE(q.Push(5));  // a pop made room
   EXPECT_EQ(Items(q), (std::vector<ZtLong>{3, 5}));
-  auto state = [](ZtListQuene<ZtLong>& x) { return Items(x); };
   ExpectStrongGuarantee(
-      q, [](auto& x) { x.Push(7); }, state);
+      q, [](auto& x) { x.Push(7); }, Items);
   q.SetLimit(0);
   EXPECT_FALSE(q.Push(6));
   q.Clear();

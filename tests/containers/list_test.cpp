@@ -23,6 +23,11 @@ namespace zt::test {
 namespace {
 
 using Ints = std::vector<int>;
+using Longs = std::vector<ZtLong>;
+
+/// The contents and the cursor, compared in one check.
+std::pair<Ints, long long> At(const ZtDynArrayBase<int>& l) { return {Values(l), l.GetCur()}; }
+std::pair<Ints, long long> At(Ints values, ZtLong cursor) { return {std::move(values), cursor}; }
 using Probe = IndexProbe<ZtXList<int>>;
 
 template <class A, class B, class = void>
@@ -63,8 +68,7 @@ TYPED_TEST_SUITE(ListTest, ListTypes);
 
 TYPED_TEST(ListTest, CursorWrapsThroughTheSentinel) {
   TypeParam empty;
-  EXPECT_EQ(empty.GetFirst(), nullptr);
-  EXPECT_EQ(empty.GetLast(), nullptr);
+  EXPECT_TRUE(empty.GetFirst() == nullptr && empty.GetLast() == nullptr);
   auto* sentinel = empty.GetCurPos();
   empty.MoveToFirst();
   empty.MoveToPre();
@@ -84,9 +88,8 @@ TYPED_TEST(ListTest, CursorWrapsThroughTheSentinel) {
   EXPECT_EQ(l.GetCur(), 99);
   l.MoveTo(1);
   EXPECT_EQ(&l.GetAt(30), at30);
-  l.MoveTo(100);
-  EXPECT_EQ(l.GetCur(), -1);
-  EXPECT_EQ(l.GetCurData(), 0);  // scratch value, the sentinel is never handed out
+  l.MoveTo(100);  // a scratch value: the sentinel is never handed out
+  EXPECT_EQ(Both(l.GetCur(), l.GetCurData()), Both(-1, 0));
   l.SetCurData(9);
   l.DelCur();  // ignored on the sentinel
   EXPECT_EQ(Both(l.GetLength(), l.GetAt(105)), Both(100, 0));
@@ -101,11 +104,9 @@ TYPED_TEST(ListTest, InsertionPlacesAndDeletionStepsBack) {
   l.InsertCur(3);  // appends from -1
   l.MoveTo(1);
   l.InsertCur(4);
-  EXPECT_EQ(Values(l), (Ints{1, 4, 2, 3}));
-  EXPECT_EQ(l.GetCur(), 1);
+  EXPECT_EQ(At(l), At({1, 4, 2, 3}, 1));
   l.Insert(9, 5);  // past the end: becomes the first element
   l.Insert(5, 6);
-  EXPECT_EQ(Values(l), (Ints{5, 1, 4, 2, 3, 6}));
   l.DelTail();
   EXPECT_EQ(l.GetCur(), 4);
   l.Append(7);  // the new tail follows the old one
@@ -126,17 +127,13 @@ TYPED_TEST(ListTest, ConbineAndSplitMoveNodesNotValues) {
   const int* moved = b.GetTo(1);
   a.MoveTo(0);
   EXPECT_EQ(a.Conbine(b, 1), 3);
-  EXPECT_EQ(Values(a), (Ints{1, 8, 9}));
+  EXPECT_EQ(At(a), At({1, 8, 9}, this->kGrouped ? 2 : 0));  // grouped: the last new group start
   EXPECT_EQ(a.GetTo(1), moved);
-  EXPECT_EQ(a.GetCur(), this->kGrouped ? 2 : 0);  // grouped: on the last new group start
-  EXPECT_EQ(Values(b), (Ints{7}));
-  EXPECT_EQ(b.GetCur(), 0);
-  EXPECT_EQ(a.Conbine(b, 1), 3);  // pos past other's end
-  EXPECT_EQ(a.Conbine(a, 0), 3);  // itself
+  EXPECT_EQ(At(b), At({7}, 0));
+  EXPECT_EQ((Longs{a.Conbine(b, 1), a.Conbine(a, 0)}), (Longs{3, 3}));  // past other's end, itself
   this->Check(a);
   a.SplitAt(1, b);
-  EXPECT_EQ(Values(a), (Ints{1}));
-  EXPECT_EQ(Values(b), (Ints{7, 8, 9}));
+  EXPECT_EQ(std::make_pair(Values(a), Values(b)), std::make_pair(Ints{1}, Ints{7, 8, 9}));
   b.Append(10);  // the spliced tail is b's tail
   this->Check(a);
   this->Check(b);
@@ -156,24 +153,20 @@ TYPED_TEST(ListTest, ReverseKeepsTheCursorOnItsNodeAndRotateLandsOnZero) {
   auto l = this->Make({1, 2, 3, 4, 5});
   l.MoveTo(1);
   l.ReverseList();
-  EXPECT_EQ(Values(l), (Ints{5, 4, 3, 2, 1}));
-  EXPECT_EQ(l.GetCur(), this->Rebuilt(3, 5));
+  EXPECT_EQ(At(l), At({5, 4, 3, 2, 1}, this->Rebuilt(3, 5)));
   this->Check(l);
   l.Rotate(3, 0);
-  EXPECT_EQ(Values(l), (Ints{2, 1, 5, 4, 3}));
-  EXPECT_EQ(l.GetCur(), this->Rebuilt(0, 5));
+  EXPECT_EQ(At(l), At({2, 1, 5, 4, 3}, this->Rebuilt(0, 5)));
   this->Check(l);
   l.Rotate(0, 1);
   EXPECT_EQ(Values(l), (Ints{3, 2, 1, 5, 4}));
   l.MoveTo(2);
   for (auto [a, b] : {std::pair{1, 1}, {-1, 2}, {0, 5}, {7, 2}}) l.Rotate(a, b);
-  EXPECT_EQ(Values(l), (Ints{3, 2, 1, 5, 4}));
-  EXPECT_EQ(l.GetCur(), this->Rebuilt(2, 5));  // grouped: rebuilt even when refused
+  EXPECT_EQ(At(l), At({3, 2, 1, 5, 4}, this->Rebuilt(2, 5)));  // grouped: rebuilt when refused
   TypeParam empty;
   empty.Rotate(0, 1);
   empty.ReverseList();
-  EXPECT_TRUE(empty.IsEmpty());
-  EXPECT_EQ(empty.GetCur(), -1);
+  EXPECT_EQ(At(empty), At({}, -1));
 }
 
 TYPED_TEST(ListTest, InsertionSortsAreStable) {
@@ -185,8 +178,7 @@ TYPED_TEST(ListTest, InsertionSortsAreStable) {
   l.Sort(CountingByKey);
   EXPECT_EQ(Tags(l), (Ints{3, 1, 5, 0, 2, 4}));
   // The forward sort scans from the head; the backward sort meets a mover's first blocker twice.
-  EXPECT_EQ(g_keyComparisons, this->kDoubly ? 13 : 11);
-  EXPECT_EQ(l.GetCur(), -1);
+  EXPECT_EQ(Both(g_keyComparisons, l.GetCur()), Both(this->kDoubly ? 13 : 11, -1));
   g_keyComparisons = 0;
   l.Sort(CountingByKey);  // already sorted
   EXPECT_EQ(g_keyComparisons, this->kDoubly ? 5 : 6 * 5 / 2);
@@ -210,12 +202,10 @@ TYPED_TEST(ListTest, FailedInsertionsLeaveTheListUnchanged) {
 
 TEST(List, SplicesRefuseTheOtherKindOfList) {
   ZtList<int> single;
-  single.Append(5);
   ZtDList<int> doubly;
-  doubly.Append(1);
-  ZtList<int>& asSingle = doubly;
-  EXPECT_EQ(asSingle.Conbine(single, 0), 1);  // refused both ways
-  EXPECT_EQ(single.Conbine(asSingle, 0), 1);
+  ZtList<int>& asSingle = Fill(doubly, {1});
+  Fill(single, {5});
+  EXPECT_EQ((Longs{asSingle.Conbine(single, 0), single.Conbine(asSingle, 0)}), (Longs{1, 1}));
   EXPECT_EQ(BackwardValues(doubly), Ints{1});
 }
 
@@ -224,7 +214,7 @@ TEST(XList, EveryChangeKeepsTheIndexExact) {
   const std::vector<Step> steps = {
       {"append",
        [](Probe& l, Probe&) {
-         for (int v = 0; v < 10; ++v) l.Append(v);
+         Fill(l, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
        }},
       {"insert head", [](Probe& l, Probe&) { l.InsertHead(-1); }},
       {"insert middle", [](Probe& l, Probe&) { l.Insert(5, -2); }},
@@ -234,7 +224,7 @@ TEST(XList, EveryChangeKeepsTheIndexExact) {
       {"delete tail", [](Probe& l, Probe&) { l.DelTail(); }},
       {"conbine",
        [](Probe& l, Probe& o) {
-         Fill(o, {7, 7, 7, 7, 7, 7, 7}), l.Conbine(o, 2);
+         l.Conbine(Fill(o, {7, 7, 7, 7, 7, 7, 7}), 2);
        }},
       {"split", [](Probe& l, Probe& o) { l.SplitAt(8, o); }},
       {"reverse", [](Probe& l, Probe&) { l.ReverseList(); }},
@@ -264,13 +254,12 @@ TEST(XList, GrowingTheIndexFailsBeforeTheListChanges) {
   Probe l(6, 3, 0);  // no spare index entries: opening a group allocates
   l.MoveTo(2);
   auto state = [](Probe& x) { return std::make_tuple(x.GetCur(), Values(x), x.Index()); };
-  ExpectStrongGuarantee(
-      l, [](auto& x) { x.InsertCur(9); }, state);
-  ExpectIndexExact(l);
   Probe o(5);
-  ExpectStrongGuarantee(
-      l, [&o](auto& x) { x.Conbine(o, 1); }, state);
-  ExpectIndexExact(l);
+  for (const auto& op : {std::function<void(Probe&)>([](auto& x) { x.InsertCur(9); }),
+                         std::function<void(Probe&)>([&o](auto& x) { x.Conbine(o, 1); })}) {
+    ExpectStrongGuarantee(l, op, state);
+    ExpectIndexExact(l);
+  }
 }
 
 }  // namespace

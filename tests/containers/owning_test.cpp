@@ -20,6 +20,7 @@ namespace zt::test {
 namespace {
 
 using Ints = std::vector<int>;
+using Longs = std::vector<ZtLong>;
 
 class GroupedOwning : public IndexProbe<ZtPXList<Tracked>> {
  public:
@@ -42,6 +43,11 @@ class OwningTest : public ::testing::Test {
     Ints out;
     for (Tracked* p : Values(o)) out.push_back(p != nullptr ? p->value() : -1);
     return out;
+  }
+  /// The objects and the cursor, compared in one check.
+  static std::pair<Ints, long long> At(const Owning& o) { return {Objects(o), o.GetCur()}; }
+  static std::pair<Ints, long long> At(const Ints& objects, ZtLong cursor) {
+    return {objects, cursor};
   }
   /// The grouped list's index and the lists' back links agree with the walk from the head.
   static void Check(Owning& o) {
@@ -66,23 +72,20 @@ TYPED_TEST(OwningTest, EmptyPlacesAreReusedReleaseDeletesTakeOffHandsBack) {
   o.Release(1);  // empty already: nothing happens
   o.Release(2);
   EXPECT_EQ(Tracked::Live(), live - 1);
-  EXPECT_EQ(o.PlaceIn(new Tracked(7)), 1);
-  EXPECT_EQ(o.PlaceIn(new Tracked(8)), 2);
-  EXPECT_EQ(o.PlaceIn(new Tracked(9)), 4);
-  EXPECT_EQ(o.GetCur(), 4);
-  EXPECT_EQ(this->Objects(o), (Ints{1, 7, 8, 3, 9}));
+  EXPECT_EQ(
+      (Longs{o.PlaceIn(new Tracked(7)), o.PlaceIn(new Tracked(8)), o.PlaceIn(new Tracked(9))}),
+      (Longs{1, 2, 4}));
+  EXPECT_EQ(this->At(o), this->At({1, 7, 8, 3, 9}, 4));
   EXPECT_EQ(Both(o(1).value(), o.GetPData(4).value()), Both(7, 9));
   o.MoveTo(9);
-  EXPECT_EQ(o.TakeOffCur(), nullptr);
-  EXPECT_TRUE(o.IsCurEmpty());
+  EXPECT_TRUE(o.TakeOffCur() == nullptr && o.IsCurEmpty());
   Tracked* head = o.TakeOffHead();  // the caller's now
   EXPECT_EQ(head->value(), 1);
   delete head;
   // A list removes the node, an array leaves an empty slot.
   EXPECT_EQ(this->Objects(o), this->kIsList ? (Ints{7, 8, 3, 9}) : (Ints{-1, 7, 8, 3, 9}));
   o.ReleaseAll();
-  EXPECT_EQ(this->Objects(o), Ints(this->kIsList ? 4 : 5, -1));
-  EXPECT_EQ(o.GetCur(), this->End(5));
+  EXPECT_EQ(this->At(o), this->At(Ints(this->kIsList ? 4 : 5, -1), this->End(5)));
   this->Check(o);
   EXPECT_EQ(TypeParam().TakeOffHead(), nullptr);
 }
@@ -97,8 +100,7 @@ TYPED_TEST(OwningTest, RemovalDeletesOnlyTheRemovedObject) {
   o.DelTail();
   EXPECT_EQ(this->Objects(o), (Ints{2, 3}));
   EXPECT_TRUE(o.Move(0, 2));
-  EXPECT_EQ(this->Objects(o), (Ints{3, 2}));
-  EXPECT_EQ(o.GetCur(), 1);
+  EXPECT_EQ(this->At(o), this->At({3, 2}, 1));
   o.SetLength(4, true);
   o.SetLength(1, true);
   EXPECT_EQ(this->Objects(o), (Ints{3}));
@@ -117,15 +119,16 @@ TYPED_TEST(OwningTest, RemovalDeletesOnlyTheRemovedObject) {
 TYPED_TEST(OwningTest, SearchesAndSortedInsertionCompareObjects) {
   auto o = this->Make({3, 1, 3, -1, 3});
   ZtListQuene<ZtLong> hits;
-  EXPECT_EQ(o.FindData(Tracked(3), 1, -1), 2);
-  EXPECT_EQ(o.FindData(Tracked(3), hits, 1, -1), 2);
+  EXPECT_EQ((Longs{o.FindData(Tracked(3), 1, -1), o.FindData(Tracked(3), hits, 1, -1)}),
+            (Longs{2, 2}));
   EXPECT_EQ(Items(hits), (std::vector<ZtLong>{2, 4}));
   if constexpr (TestFixture::kIsList) {
     EXPECT_TRUE(o.FindDataTo(Tracked(3), 1));
     EXPECT_EQ(o.GetCur(), 2);
     EXPECT_FALSE(o.FindDataTo(Tracked(1), 2, 3));
-    EXPECT_EQ(o.FindDataOrAppend(Tracked(1)), 1);
-    EXPECT_EQ(o.FindDataOrAppend(Tracked(8)), 5);  // a clone joins the list
+    // A clone of an absent object joins the list.
+    EXPECT_EQ((Longs{o.FindDataOrAppend(Tracked(1)), o.FindDataOrAppend(Tracked(8))}),
+              (Longs{1, 5}));
     o.FindDataOrInsertHead(Tracked(0));
   } else {
     o.Append(new Tracked(8));
@@ -137,18 +140,17 @@ TYPED_TEST(OwningTest, SearchesAndSortedInsertionCompareObjects) {
   EXPECT_EQ(this->Objects(o), (Ints{0, 1, 8, -1}));
   o.DelTail();
   EXPECT_EQ(Both(o.BFindData(Tracked(8)), o.BFindData(Tracked(2))), Both(2, -1));
-  EXPECT_FALSE(o.BFindDataTo(Tracked(2)));
-  EXPECT_EQ(o.GetCur(), 2);
-  EXPECT_FALSE(o.BFindDataTo(Tracked(9)));
-  EXPECT_EQ(o.GetCur(), this->End(3));  // past the end: InsertCur appends
+  // The insertion points: before the 8, and past the end where InsertCur appends.
+  EXPECT_EQ((Longs{o.BFindDataTo(Tracked(2)), o.GetCur(), o.BFindDataTo(Tracked(9)), o.GetCur()}),
+            (Longs{0, 2, 0, this->End(3)}));
   auto* dup = new Tracked(1);
   EXPECT_FALSE(o.SortInto(dup, false));  // refused: the caller keeps it
   EXPECT_TRUE(o.SortInto(dup, true));
   EXPECT_EQ(o.GetCur(), 2);  // after the equal object
   EXPECT_TRUE(o.SortInto(new Tracked(9), false));
   EXPECT_EQ(this->Objects(o), (Ints{0, 1, 1, 8, 9}));
-  EXPECT_EQ(o.FindDel(dup), 1);
-  EXPECT_EQ(o.FindDel(dup), 0);  // compares the pointer, never dereferences it
+  // Compares the pointer, never dereferences it once deleted.
+  EXPECT_EQ((Longs{o.FindDel(dup), o.FindDel(dup)}), (Longs{1, 0}));
   this->Check(o);
 }
 
@@ -163,9 +165,8 @@ TYPED_TEST(OwningTest, SortsAndMovesNeverDeleteWhatTheyMove) {
   EXPECT_TRUE(o.Move(4, 0));
   EXPECT_EQ(this->Objects(o), (Ints{3, -1, -1, 1, 2}));
   this->Check(o);
-  EXPECT_TRUE(this->Make({-1, 4}) == this->Make({-1, 4}));
-  EXPECT_TRUE(this->Make({4, -1}) != this->Make({-1, 4}));
-  EXPECT_TRUE(this->Make({-1, 4}) != this->Make({-1, 5}));
+  const auto m = [this](std::initializer_list<int> v) { return this->Make(v); };
+  EXPECT_TRUE(m({-1, 4}) == m({-1, 4}) && m({4, -1}) != m({-1, 4}) && m({-1, 4}) != m({-1, 5}));
 }
 
 TYPED_TEST(OwningTest, CopiesOwnClonesOfTheirOwn) {
@@ -239,8 +240,7 @@ TEST(DynPArray, SetSpaceSizeToTheLengthDropsTheSpareSlots) {
   ZtDynPArray<Tracked> a(10);
   a.Append(new Tracked(1));
   EXPECT_TRUE(a.SetSpaceSize(1));
-  EXPECT_EQ(Both(a.GetSpaceSize(), a.GetLength()), Both(1, 1));
-  EXPECT_EQ(a[0]->value(), 1);
+  EXPECT_TRUE(a.GetSpaceSize() == 1 && a.GetLength() == 1 && a[0]->value() == 1);
 }
 
 }  // namespace

@@ -13,12 +13,11 @@ TEST(PushVar, RestoresInReverseOrderAndWhenAnExceptionLeavesTheScope) {
   int v = 5;
   {
     ZtPushVar<int> outer(v, 9);
-    EXPECT_EQ(v, 9);
     {
       ZtPushVar<int> inner(v, 7);
       EXPECT_EQ(v, 7);
     }
-    EXPECT_EQ(v, 9);
+    EXPECT_EQ(v, 9);  // the value outer set, restored
   }
   EXPECT_EQ(v, 5);
   try {

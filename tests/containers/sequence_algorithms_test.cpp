@@ -6,6 +6,7 @@
 // grows) the expectations say so.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -20,6 +21,8 @@
 
 namespace zt::test {
 namespace {
+
+using Longs = std::vector<ZtLong>;
 
 template <class T>
 T ElementOf(const ZtDynArrayBase<T>&);
@@ -43,8 +46,20 @@ class SequenceTest : public ::testing::Test {
     for (int v : values) s.Append(E(v));
     return s;
   }
-  static std::vector<E> V(std::initializer_list<int> values) {
-    return {values.begin(), values.end()};
+  static std::vector<E> V(std::vector<int> values) { return {values.begin(), values.end()}; }
+  /// An edit and the contents and cursor it must leave.
+  struct Step {
+    std::function<void(Seq&)> edit;
+    std::vector<int> values;
+    ZtLong cursor;
+  };
+  /// Runs the steps in order on s, checking the contents and the cursor after each.
+  static void Steps(Seq& s, std::initializer_list<Step> steps) {
+    for (const Step& step : steps) {
+      step.edit(s);
+      EXPECT_EQ(Values(s), V(step.values)) << "step " << &step - steps.begin();
+      EXPECT_EQ(s.GetCur(), step.cursor) << "step " << &step - steps.begin();
+    }
   }
   /// The cursor after stepping past the last element of a sequence of this length.
   static ZtLong End(ZtLong length) { return kIsList ? -1 : length; }
@@ -56,37 +71,26 @@ TYPED_TEST_SUITE(SequenceTest, SequenceTypes);
 
 TYPED_TEST(SequenceTest, NewSequenceStandsBeforeTheStart) {
   typename TestFixture::Seq s;
-  EXPECT_EQ(s.GetLength(), 0);
-  EXPECT_EQ(s.GetCur(), -1);
-  EXPECT_EQ(s.GetMaxIndex(), -1);
-  EXPECT_TRUE(s.IsBegin() && s.IsOut() && s.IsEmpty());
-  EXPECT_FALSE(s.IsEnd());
+  EXPECT_EQ((Longs{s.GetLength(), s.GetCur(), s.GetMaxIndex()}), (Longs{0, -1, -1}));
+  EXPECT_TRUE(s.IsBegin() && s.IsOut() && s.IsEmpty() && !s.IsEnd());
   s.MoveToFirst();
   EXPECT_TRUE(s.IsOut());
   EXPECT_EQ(s.GetCur(), this->End(0));
 }
 
 TYPED_TEST(SequenceTest, InsertionsAndDeletionsPlaceTheCursor) {
-  using E = typename TestFixture::E;
   auto s = this->Make({1, 2, 3, 4});
-  EXPECT_EQ(s.Append(E(5)), 4);
-  EXPECT_EQ(s.GetCur(), 4);
-  s.InsertHead(E(0));
-  EXPECT_EQ(s.GetCur(), 0);
-  s.Insert(3, E(9));
-  EXPECT_EQ(Values(s), this->V({0, 1, 2, 9, 3, 4, 5}));
-  EXPECT_EQ(s.GetCur(), 3);
-  s.DelHead();
-  EXPECT_EQ(s.GetCur(), -1);
-  s.DelTail();
-  EXPECT_EQ(s.GetCur(), 4);
-  s.Del(2);
-  EXPECT_EQ(Values(s), this->V({1, 2, 3, 4}));
+  this->Steps(s, {
+                     {[](auto& x) { EXPECT_EQ(x.Append(5), 4); }, {1, 2, 3, 4, 5}, 4},
+                     {[](auto& x) { x.InsertHead(0); }, {0, 1, 2, 3, 4, 5}, 0},
+                     {[](auto& x) { x.Insert(3, 9); }, {0, 1, 2, 9, 3, 4, 5}, 3},
+                     {[](auto& x) { x.DelHead(); }, {1, 2, 9, 3, 4, 5}, -1},
+                     {[](auto& x) { x.DelTail(); }, {1, 2, 9, 3, 4}, 4},
+                     {[](auto& x) { x.Del(2); }, {1, 2, 3, 4}, 1},
+                     // Not stopped at the end.
+                     {[](auto& x) { x.MoveToLast(), x.MoveToNext(); }, {1, 2, 3, 4}, this->End(4)},
+                 });
   EXPECT_EQ(BackwardValues(s), Values(s));
-  EXPECT_EQ(s.GetCur(), 1);
-  s.MoveToLast();
-  s.MoveToNext();
-  EXPECT_EQ(s.GetCur(), this->End(4));  // not stopped at the end
 }
 
 TYPED_TEST(SequenceTest, SubscriptGrowsAndMovesTheCursorConstSubscriptDoesNot) {
@@ -96,26 +100,18 @@ TYPED_TEST(SequenceTest, SubscriptGrowsAndMovesTheCursorConstSubscriptDoesNot) {
   EXPECT_EQ(cs[1], E(2));
   EXPECT_EQ(s.GetCur(), 2);
   s[7] = E(8);
-  EXPECT_EQ(s.GetLength(), 8);
-  EXPECT_EQ(s.GetCur(), 7);
-  EXPECT_EQ(s.GetTo(-1), nullptr);
-  EXPECT_EQ(s.GetTo(8), nullptr);
-  EXPECT_EQ(*s.GetTo(7), E(8));
+  EXPECT_EQ(Both(s.GetLength(), s.GetCur()), Both(8, 7));
+  EXPECT_TRUE(s.GetTo(-1) == nullptr && s.GetTo(8) == nullptr && *s.GetTo(7) == E(8));
 }
 
 TYPED_TEST(SequenceTest, MovePutsTheElementBeforeTheTargetIndex) {
-  using E = typename TestFixture::E;
-  struct Case {
-    ZtLong from, to;
-    std::vector<int> result;
-    ZtLong cursor;
-  };
-  for (const Case& c :
-       {Case{0, 3, {2, 3, 1, 4}, 2}, Case{3, 0, {4, 1, 2, 3}, 0}, Case{1, 4, {1, 3, 4, 2}, 3}}) {
+  for (auto [from, to, values, cursor] : {std::tuple{0, 3, std::vector{2, 3, 1, 4}, 2},
+                                          {3, 0, {4, 1, 2, 3}, 0},
+                                          {1, 4, {1, 3, 4, 2}, 3}}) {
     auto s = this->Make({1, 2, 3, 4});
-    EXPECT_TRUE(s.Move(c.from, c.to));
-    EXPECT_EQ(Values(s), std::vector<E>(c.result.begin(), c.result.end()));
-    EXPECT_EQ(s.GetCur(), c.cursor);
+    EXPECT_TRUE(s.Move(from, to));
+    EXPECT_EQ(Values(s), this->V(values));
+    EXPECT_EQ(s.GetCur(), cursor);
   }
   auto s = this->Make({1, 2, 3, 4});
   s.MoveTo(1);
@@ -127,96 +123,70 @@ TYPED_TEST(SequenceTest, MovePutsTheElementBeforeTheTargetIndex) {
 TYPED_TEST(SequenceTest, ExchangeSetAllAndSizeChanges) {
   using E = typename TestFixture::E;
   auto s = this->Make({1, 2, 3});
-  s.Exchange(0, 2);
-  EXPECT_EQ(Values(s), this->V({3, 2, 1}));
-  EXPECT_EQ(s.GetCur(), 0);
+  this->Steps(s, {{[](auto& x) { x.Exchange(0, 2); }, {3, 2, 1}, 0}});
   s.Exchange(1, 4);  // grows to cover index 4 first
-  EXPECT_EQ(s.GetLength(), 5);
-  EXPECT_EQ(s[4], E(2));
+  EXPECT_EQ(Both(s.GetLength(), s[4] == E(2)), Both(5, true));
   s.Exchange(-1, 0);  // ignored
-  s.SetLength(2, true);
-  s.SetAll(E(7));
-  EXPECT_EQ(Values(s), this->V({7, 7}));
-  EXPECT_EQ(s.GetCur(), this->End(2));
+  this->Steps(s, {{[](auto& x) { x.SetLength(2, true), x.SetAll(7); }, {7, 7}, this->End(2)}});
   s.IncreaseSize(3);
-  EXPECT_EQ(s.GetLength(), 5);
-  EXPECT_EQ(s[1], E(7));
+  EXPECT_EQ(Both(s.GetLength(), s[1] == E(7)), Both(5, true));
   s.DecreaseSize(2);
-  EXPECT_EQ(s.GetLength(), this->kIsList ? 5 : 3);
+  EXPECT_EQ(s.GetLength(), this->kIsList ? 5 : 3);  // a list's ReAllocate only grows
   s.DecreaseSize(9);
   EXPECT_EQ(s.GetLength(), this->kIsList ? 5 : 0);
   auto t = this->Make({1, 2, 3});
   t.ZtDynArrayBase<E>::Reset();  // the base body, deleting from the tail
-  EXPECT_EQ(t.GetLength(), 0);
-  EXPECT_EQ(t.GetCur(), -1);
+  EXPECT_EQ(Both(t.GetLength(), t.GetCur()), Both(0, -1));
 }
 
-TYPED_TEST(SequenceTest, FindClampsTheRangeAndReturnsTheFirstHit) {
+TYPED_TEST(SequenceTest, FindReturnsTheFirstHitAndFindAllPushesAscending) {
   using E = typename TestFixture::E;
   const auto s = this->Make({0, 5, 1, 5});
   const E x(5);
-  EXPECT_EQ(s.Find(x, 0, -1), 1);
-  EXPECT_EQ(s.Find(x, 2, -1), 3);
-  EXPECT_EQ(s.Find(x, 2, 2), -1);
-  EXPECT_EQ(s.Find(x, 0, 99), 1);
-  EXPECT_EQ(s.Find(x, 3, -7), 3);
-  EXPECT_EQ(s.Find(x, 4, -1), -1);
-  EXPECT_EQ(s.Find(x, -1, -1), -1);
-}
-
-TYPED_TEST(SequenceTest, FindAllPushesAscendingAndCountsWhatTheQueueHolds) {
-  using E = typename TestFixture::E;
-  const auto s = this->Make({0, 5, 1, 5});
+  EXPECT_EQ((Longs{s.Find(x, 0, -1), s.Find(x, 2, -1), s.Find(x, 2, 2), s.Find(x, 0, 99),
+                   s.Find(x, 3, -7), s.Find(x, 4, -1), s.Find(x, -1, -1)}),
+            (Longs{1, 3, -1, 1, 3, -1, -1}));  // clamped ranges
   ZtListQuene<ZtLong> hits;
-  EXPECT_EQ(s.Find(E(5), hits, 0, -1), 2);
-  EXPECT_EQ(Items(hits), (std::vector<ZtLong>{1, 3}));
-  EXPECT_EQ(s.Find(E(5), hits, 0, -7), 2);  // -7 is an empty range, not the end
-  EXPECT_EQ(s.Find(E(9), hits), 2);
-  EXPECT_EQ(s.Find(E(5), hits, 2, 99), 3);
+  EXPECT_EQ(s.Find(x, hits, 0, -1), 2);
+  EXPECT_EQ(Items(hits), (Longs{1, 3}));
+  // Counts what the queue holds; -7 is an empty range here, not the end.
+  EXPECT_EQ((Longs{s.Find(x, hits, 0, -7), s.Find(E(9), hits), s.Find(x, hits, 2, 99)}),
+            (Longs{2, 2, 3}));
   ZtListQuene<ZtLong> bounded(1);
-  EXPECT_EQ(s.Find(E(5), bounded), 1);  // the refused index is lost
-  EXPECT_EQ(Items(bounded), (std::vector<ZtLong>{1}));
+  EXPECT_EQ(s.Find(x, bounded), 1);  // the refused index is lost
+  EXPECT_EQ(Items(bounded), (Longs{1}));
 }
 
 TYPED_TEST(SequenceTest, CursorSearchesAndDeletionByValue) {
-  using E = typename TestFixture::E;
   auto s = this->Make({5, 0, 5});
-  EXPECT_TRUE(s.FindTo(E(5), 1));
-  EXPECT_EQ(s.GetCur(), 2);
-  EXPECT_FALSE(s.FindTo(E(7), 0));
-  EXPECT_EQ(s.GetCur(), this->End(3));
-  EXPECT_EQ(s.FindOrAppend(E(7)), 3);
-  EXPECT_EQ(s.FindOrAppend(E(7)), 3);
-  s.MoveTo(1);
-  EXPECT_EQ(s.FindOrAppend(E(0)), 1);
-  EXPECT_EQ(s.GetCur(), 1);
-  s.FindOrInsertHead(E(9));
-  s.FindOrInsertHead(E(9));
-  EXPECT_EQ(Values(s), this->V({9, 5, 0, 5, 7}));
-  EXPECT_EQ(s.GetCur(), 0);
+  this->Steps(s, {
+                     {[](auto& x) { EXPECT_TRUE(x.FindTo(5, 1)); }, {5, 0, 5}, 2},
+                     {[](auto& x) { EXPECT_FALSE(x.FindTo(7, 0)); }, {5, 0, 5}, this->End(3)},
+                     {[](auto& x) { EXPECT_EQ(x.FindOrAppend(7), 3); }, {5, 0, 5, 7}, 3},
+                     {[](auto& x) { EXPECT_EQ(x.FindOrAppend(7), 3); }, {5, 0, 5, 7}, 3},
+                     {[](auto& x) { x.MoveTo(1), x.FindOrAppend(0); }, {5, 0, 5, 7}, 1},
+                     {[](auto& x) { x.FindOrInsertHead(9); }, {9, 5, 0, 5, 7}, 0},
+                     {[](auto& x) { x.FindOrInsertHead(9); }, {9, 5, 0, 5, 7}, 0},
+                 });
   auto d = this->Make({5, 5, 1, 5});
-  EXPECT_EQ(d.FindDel(E(5)), 3);
+  EXPECT_EQ((Longs{d.FindDel(5), d.FindDel(5)}), (Longs{3, 0}));
   EXPECT_EQ(Values(d), this->V({1}));
-  EXPECT_EQ(d.FindDel(E(5)), 0);
 }
 
 TYPED_TEST(SequenceTest, BinarySearchAndInsertionPoint) {
   using E = typename TestFixture::E;
   auto s = this->Make({1, 3, 5, 7});
-  EXPECT_EQ(s.BFind(E(5)), 2);
-  EXPECT_EQ(s.BFind(E(0)), -1);
-  EXPECT_EQ(s.BFind(E(9)), -1);
-  EXPECT_EQ(s.BFind(E(4)), -1);
+  EXPECT_EQ((Longs{s.BFind(E(5)), s.BFind(E(0)), s.BFind(E(9)), s.BFind(E(4))}),
+            (Longs{2, -1, -1, -1}));
   EXPECT_EQ(this->Make({}).BFind(E(1)), -1);
-  struct Case {
-    int v;
-    bool found;
-    ZtLong cursor;
-  };
-  for (const Case& c : {Case{4, false, 2}, Case{9, false, this->End(4)}, Case{0, false, 0},
-                        Case{7, true, 3}, Case{2, false, 1}, Case{6, false, 3}, Case{1, true, 0}}) {
-    EXPECT_EQ(s.BFindTo(E(c.v)), c.found) << c.v;
-    EXPECT_EQ(s.GetCur(), c.cursor) << c.v;
+  for (auto [v, found, cursor] : {std::tuple{4, false, 2},
+                                  {9, false, this->End(4)},
+                                  {0, false, 0},
+                                  {7, true, 3},
+                                  {2, false, 1},
+                                  {6, false, 3},
+                                  {1, true, 0}}) {
+    EXPECT_EQ((Longs{s.BFindTo(E(v)), s.GetCur()}), (Longs{found, cursor})) << v;
   }
   auto empty = this->Make({});
   EXPECT_FALSE(empty.BFindTo(E(1)));
@@ -226,94 +196,64 @@ TYPED_TEST(SequenceTest, BinarySearchAndInsertionPoint) {
 }
 
 TYPED_TEST(SequenceTest, SortIntoKeepsOrderAndArrivalOfEquals) {
-  using E = typename TestFixture::E;
   auto s = this->Make({1, 3, 5});
-  EXPECT_TRUE(s.SortInto(E(4), false));
-  EXPECT_EQ(Values(s), this->V({1, 3, 4, 5}));
-  EXPECT_EQ(s.GetCur(), 2);
-  EXPECT_FALSE(s.SortInto(E(3), false));
-  EXPECT_EQ(s.GetCur(), 1);
-  EXPECT_TRUE(s.SortInto(E(3), true));
-  EXPECT_EQ(Values(s), this->V({1, 3, 3, 4, 5}));
-  EXPECT_EQ(s.GetCur(), 2);
+  this->Steps(s, {
+                     {[](auto& x) { EXPECT_TRUE(x.SortInto(4, false)); }, {1, 3, 4, 5}, 2},
+                     {[](auto& x) { EXPECT_FALSE(x.SortInto(3, false)); }, {1, 3, 4, 5}, 1},
+                     {[](auto& x) { EXPECT_TRUE(x.SortInto(3, true)); }, {1, 3, 3, 4, 5}, 2},
+                 });
   auto one = this->Make({9});
-  EXPECT_TRUE(one.SortInto(E(9), true));
-  EXPECT_EQ(Values(one), this->V({9, 9}));
-  EXPECT_EQ(one.GetCur(), 1);
+  this->Steps(one, {{[](auto& x) { EXPECT_TRUE(x.SortInto(9, true)); }, {9, 9}, 1}});
 }
 
 TYPED_TEST(SequenceTest, ReverseSwapsThroughTheGrowingSubscriptAndSortOrders) {
-  using E = typename TestFixture::E;
   auto s = this->Make({1, 2, 3, 4, 5});
-  s.Reverse(0, -1);
-  EXPECT_EQ(Values(s), this->V({5, 4, 3, 2, 1}));
-  EXPECT_EQ(s.GetCur(), 3);
-  s.Reverse(1, 3);
-  EXPECT_EQ(Values(s), this->V({5, 2, 3, 4, 1}));
-  EXPECT_EQ(s.GetCur(), 3);
-  s.MoveTo(0);
-  s.Reverse(2, 2);
-  s.Reverse(3, 1);
-  s.Reverse(-2, 1);
-  EXPECT_EQ(Values(s), this->V({5, 2, 3, 4, 1}));
-  EXPECT_EQ(s.GetCur(), 0);
-  s.MoveTo(1);
-  s.Sort(false);
-  EXPECT_EQ(Values(s), this->V({5, 4, 3, 2, 1}));
-  EXPECT_EQ(s.GetCur(), this->kIsList ? -1 : 1);  // a list's sorts end off the list
-  s.Reverse(4, 5);                                // extends to 6 elements, then swaps
-  EXPECT_EQ(s.GetLength(), 6);
-  EXPECT_EQ(s[5], E(1));
+  this->Steps(
+      s, {
+             {[](auto& x) { x.Reverse(0, -1); }, {5, 4, 3, 2, 1}, 3},
+             {[](auto& x) { x.Reverse(1, 3); }, {5, 2, 3, 4, 1}, 3},
+             {[](auto& x) { x.MoveTo(0), x.Reverse(2, 2), x.Reverse(3, 1), x.Reverse(-2, 1); },
+              {5, 2, 3, 4, 1},
+              0},
+             // A list's sorts end off the list.
+             {[](auto& x) { x.MoveTo(1), x.Sort(false); }, {5, 4, 3, 2, 1}, this->kIsList ? -1 : 1},
+         });
+  s.Reverse(4, 5);  // extends to 6 elements, then swaps
+  EXPECT_EQ(Both(s.GetLength(), s[5] == typename TestFixture::E(1)), Both(6, true));
 }
 
 TYPED_TEST(SequenceTest, SlicesReplaceTheTargetAndClampTheirRange) {
   const auto s = this->Make({1, 2, 3});
   auto out = this->Make({8, 8, 8, 8});
-  s.Right(2, out);
-  EXPECT_EQ(Values(out), this->V({2, 3}));
-  EXPECT_TRUE(out.IsOut());
-  s.Mid(1, 1, out);
-  EXPECT_EQ(Values(out), this->V({2}));
-  s.Left(0, out);
-  EXPECT_TRUE(out.IsEmpty());
-  s.Left(9, out);
-  EXPECT_EQ(Values(out), this->V({1, 2, 3}));
-  s.Mid(-4, 7, out);
-  EXPECT_EQ(Values(out), this->V({1, 2, 3}));
+  this->Steps(out, {
+                       {[&](auto& x) { s.Right(2, x); }, {2, 3}, this->End(2)},
+                       {[&](auto& x) { s.Mid(1, 1, x); }, {2}, this->End(1)},
+                       {[&](auto& x) { s.Left(0, x); }, {}, this->End(0)},
+                       {[&](auto& x) { s.Left(9, x); }, {1, 2, 3}, this->End(3)},
+                       {[&](auto& x) { s.Mid(-4, 7, x); }, {1, 2, 3}, this->End(3)},
+                   });
   auto self = this->Make({1, 2, 3, 4});
   self.Right(3, self);
   self.Mid(1, 1, self);
   EXPECT_EQ(Values(self), this->V({3}));
 }
 
-TYPED_TEST(SequenceTest, CopiesAndAppendsOfWholeSequences) {
+TYPED_TEST(SequenceTest, CopiesAppendsAndComparisonsOfWholeSequences) {
   using E = typename TestFixture::E;
   auto a = this->Make({1, 2});
-  a << this->Make({3});
-  EXPECT_EQ(Values(a), this->V({1, 2, 3}));
-  EXPECT_TRUE(a.IsOut());
-  a << a;
-  EXPECT_EQ(Values(a), this->V({1, 2, 3, 1, 2, 3}));
-  a.MoveTo(2);
-  a.DeepCopy(a);
-  EXPECT_EQ(Values(a), this->V({1, 2, 3, 1, 2, 3}));
-  EXPECT_EQ(a.GetCur(), 2);
-  ZtArray<E> fixed(this->Make({4, 5}));
-  a.DeepCopy(fixed);
-  EXPECT_EQ(Values(a), this->V({4, 5}));
-  EXPECT_EQ(a.GetCur(), this->End(2));
-  a << fixed;
-  EXPECT_EQ(Values(a), this->V({4, 5, 4, 5}));
-}
-
-TYPED_TEST(SequenceTest, EqualityComparesElementsOrderingComparesLengths) {
-  EXPECT_TRUE(this->Make({1, 2}) == this->Make({1, 2}));
-  EXPECT_TRUE(this->Make({1, 2}) != this->Make({1, 3}));
-  EXPECT_FALSE(this->Make({1}) == this->Make({1, 2}));
-  EXPECT_TRUE(this->Make({}) == this->Make({}));
-  EXPECT_TRUE(this->Make({9}) < this->Make({1, 2}));
-  EXPECT_FALSE(this->Make({1, 2}) < this->Make({9, 9}));
-  EXPECT_FALSE(this->Make({1, 2}) > this->Make({9, 9}));
+  const ZtArray<E> fixed(this->Make({4, 5}));
+  this->Steps(a, {
+                     {[this](auto& x) { x << this->Make({3}); }, {1, 2, 3}, this->End(3)},
+                     {[](auto& x) { x << x; }, {1, 2, 3, 1, 2, 3}, this->End(6)},
+                     {[](auto& x) { x.MoveTo(2), x.DeepCopy(x); }, {1, 2, 3, 1, 2, 3}, 2},
+                     {[&](auto& x) { x.DeepCopy(fixed); }, {4, 5}, this->End(2)},
+                     {[&](auto& x) { x << fixed; }, {4, 5, 4, 5}, this->End(4)},
+                 });
+  // Equality compares the elements, the orderings only the lengths.
+  const auto m = [this](std::initializer_list<int> v) { return this->Make(v); };
+  EXPECT_TRUE(m({1, 2}) == m({1, 2}) && m({1, 2}) != m({1, 3}) && m({}) == m({}));
+  EXPECT_FALSE(m({1}) == m({1, 2}) || m({1, 2}) < m({9, 9}) || m({1, 2}) > m({9, 9}));
+  EXPECT_TRUE(m({9}) < m({1, 2}));
 }
 
 }  // namespace

@@ -37,11 +37,10 @@ class EventsTest : public ::testing::Test {
   }
   Probe& Add(wchar_t id, unsigned int mask = 0, const wchar_t* trigger = L"",
              std::function<void()> action = {}) {
-    m_probes.push_back(std::make_unique<Probe>(id, mask));
-    m_probes.back()->trigger = trigger;
-    m_probes.back()->action = std::move(action);
-    ZtRegisterReactor(m_probes.back().get());
-    return *m_probes.back();
+    Probe& p = *m_probes.emplace_back(std::make_unique<Probe>(id, mask));
+    p.trigger = trigger, p.action = std::move(action);
+    ZtRegisterReactor(&p);
+    return p;
   }
   std::wstring Send(const wchar_t* name, unsigned int type = 0, void* data = nullptr) {
     g_log.clear();
@@ -60,11 +59,9 @@ TEST_F(EventsTest, MasksOrderDuplicatesAndUnregistering) {
   EXPECT_EQ(Send(L"e", 0x4), L"ae;be;");
   EXPECT_EQ(Send(L"e", 0x14), L"ae;be;");
   EXPECT_EQ(Send(nullptr, 0x2), L"a;c;");  // a null name arrives as L""
-  ZtRegisterReactor(&a);
-  ZtRegisterReactor(nullptr);
+  ZtRegisterReactor(&a), ZtRegisterReactor(nullptr);
   EXPECT_EQ(Send(L"e", 0x8), L"ae;ae;");
-  ZtUnRegisterReactor(&a);  // both entries go
-  ZtUnRegisterReactor(nullptr);
+  ZtUnRegisterReactor(&a), ZtUnRegisterReactor(nullptr);  // both entries of a go
   EXPECT_EQ(Send(L"e"), L"be;ce;");
 }
 
@@ -75,8 +72,7 @@ TEST_F(EventsTest, PostedEventsComeInOrderWithThosePostedMeanwhile) {
   name = L"X";  // the queue holds its own copy
   ZtPostEvent(L"2", nullptr, 0);
   EXPECT_EQ(g_log, L"");
-  ZtProcessPostEvents();
-  ZtProcessPostEvents();
+  ZtProcessPostEvents(), ZtProcessPostEvents();
   EXPECT_EQ(g_log, L"a1;a2;a3;");
 }
 
@@ -119,8 +115,7 @@ TEST_F(EventsTest, AnExceptionFromReactLeavesTheLaterEventsQueued) {
   Add(L'b');
   EXPECT_THROW(ZtSendEvent(L"!", nullptr, 0), std::runtime_error);
   ZtRegisterReactor(&a);  // now after b
-  ZtPostEvent(L"!", nullptr, 0);
-  ZtPostEvent(L"2", nullptr, 0);
+  ZtPostEvent(L"!", nullptr, 0), ZtPostEvent(L"2", nullptr, 0);
   EXPECT_THROW(ZtProcessPostEvents(), std::runtime_error);
   ZtProcessPostEvents();
   EXPECT_EQ(g_log, L"a!;b!;a!;b2;");

@@ -74,12 +74,10 @@ TEST(Printing, WideFormatsTakeWideTextsAndCapitalLettersTheOtherWidth) {
 
 TEST(Random, DrawsStayInFifteenBitsAndFollowSrand) {
   std::srand(11);
-  std::vector<int> first;
-  first.reserve(1000);
-  for (int i = 0; i < 1000; ++i) first.push_back(zt::platform::Rand15());
-  for (int v : first) ASSERT_TRUE(v >= 0 && v <= 32767);
+  std::vector<int> first(1000);
+  for (int& v : first) v = zt::platform::Rand15();
   std::srand(11);
-  for (int v : first) ASSERT_EQ(zt::platform::Rand15(), v);
+  for (int v : first) ASSERT_TRUE(v >= 0 && v <= 32767 && zt::platform::Rand15() == v) << v;
 }
 
 }  // namespace

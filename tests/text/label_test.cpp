@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -49,12 +50,10 @@ TEST(Label, ATrailByteAfterALeadByteStaysText) {
 }
 
 TEST(Label, CloneStringCopiesTheTerminator) {
-  wchar_t* empty = CloneString(L"");
-  EXPECT_EQ(empty[0], L'\0');
-  delete[] empty;
-  wchar_t* copy = CloneString(L"node-7");
-  EXPECT_EQ(std::wstring(copy), L"node-7");
-  delete[] copy;
+  for (const wchar_t* text : {L"", L"node-7"}) {
+    const std::unique_ptr<wchar_t[]> copy(CloneString(text));
+    EXPECT_TRUE(copy.get() != text && std::wstring(copy.get()) == text);
+  }
 }
 
 }  // namespace

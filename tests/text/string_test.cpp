@@ -20,6 +20,8 @@
 namespace zt::test {
 namespace {
 
+using Longs = std::vector<ZtLong>;
+
 template <class Ch>
 class StringTest : public ::testing::Test {
  protected:
@@ -71,9 +73,8 @@ TYPED_TEST(StringTest, GrowthIsExactAndPrintingKeepsItsBuffer) {
        zs.c_str(), 1025},
   });
   S room(9);
-  room << L("12345").c_str();
-  EXPECT_EQ(room.GetLength(), 10);  // it fits: no growth
-  EXPECT_EQ(S(room).GetLength(), 6);
+  room << L("12345").c_str();  // it fits: no growth; a copy is exact
+  EXPECT_EQ(Both(room.GetLength(), S(room).GetLength()), Both(10, 6));
 }
 
 TYPED_TEST(StringTest, EditingMembersMoveTheRightCharacters) {
@@ -119,27 +120,21 @@ TYPED_TEST(StringTest, ArgumentsAreReadAsTheyWereWhenTheCallBegan) {
 
 TYPED_TEST(StringTest, SlicesAndCharacterSearch) {
   const auto s = this->M("abcdef");
-  EXPECT_EQ(Text(s.Mid(1, 3)), "bcd");
-  EXPECT_EQ(s.Mid(1, 3).GetLength(), 4);
-  EXPECT_EQ(Text(s.Left(2)) + Text(s.Right(2)), "abef");
-  EXPECT_TRUE(s.Mid(2, 1).IsEmpty());
-  EXPECT_TRUE(s.Left(7).IsEmpty());  // out of limits: empty
+  EXPECT_EQ(Both(s.Mid(1, 3).Length(), s.Mid(1, 3).GetLength()), Both(3, 4));
+  EXPECT_EQ(Text(s.Mid(1, 3)) + Text(s.Left(2)) + Text(s.Right(2)), "bcdabef");
+  EXPECT_TRUE(s.Mid(2, 1).IsEmpty() && s.Left(7).IsEmpty());  // out of limits: empty
   const auto t = this->M("abcabc");
   const TypeParam c('c');
-  EXPECT_EQ(t.Find(c), 2);
-  EXPECT_EQ(t.Find(c, 3), 5);
-  EXPECT_EQ(t.Find(c, 3, 4), -1);
-  EXPECT_EQ(t.Find(c, 3, 40), 5);
-  EXPECT_EQ(t.ReverseFind(c), 5);
-  EXPECT_EQ(t.Find(TypeParam('z')) + t.ReverseFind(TypeParam('z')), -2);
+  const TypeParam z('z');
+  EXPECT_EQ((Longs{t.Find(c), t.Find(c, 3), t.Find(c, 3, 4), t.Find(c, 3, 40), t.ReverseFind(c),
+                   t.Find(z), t.ReverseFind(z)}),
+            (Longs{2, 5, -1, 5, 5, -1, -1}));
 }
 
 TYPED_TEST(StringTest, ComparesUnitsAsUnsignedUpToTheTerminator) {
   const auto s = this->M("abc");
-  EXPECT_TRUE(s == this->M("abc"));
-  EXPECT_TRUE(s != this->L("abd").c_str());
-  EXPECT_TRUE(s < this->L("abd").c_str());
-  EXPECT_TRUE(s > this->L("ab").c_str());
+  EXPECT_TRUE(s == this->M("abc") && s != this->L("abd").c_str());
+  EXPECT_TRUE(s < this->L("abd").c_str() && s > this->L("ab").c_str());
   auto high = this->M("a");
   high << static_cast<TypeParam>(-1);  // 0xFF or the largest wide unit
   EXPECT_TRUE(high > this->L("ab").c_str());
@@ -187,15 +182,15 @@ TYPED_TEST(StringTest, FailureTablesAreTheLibrarysOwn) {
 TYPED_TEST(StringTest, FindsTheFirstAndEveryNonOverlappingOccurrence) {
   const auto s = this->M("abcabc");
   const auto bc = this->M("bc");
-  EXPECT_EQ(s.Find(bc), 1);
-  EXPECT_EQ(s.Find(bc, 2), 4);
-  EXPECT_EQ(s.Find(bc, 2, 4), -1);  // the occurrence at 4 ends at 5
-  EXPECT_EQ(s.Find(typename TestFixture::S()), -1);
-  ZtListQuene<ZtLong> hits;
-  EXPECT_EQ(this->M("aaaa").Find(this->M("aa"), hits), 2);
-  EXPECT_EQ(this->M("aaaaa").Find(this->M("aa"), hits, 1, 3), 3);  // earlier hits count
-  EXPECT_EQ(s.Find(typename TestFixture::S(), hits), -1);
-  EXPECT_EQ(Items(hits), (std::vector<ZtLong>{0, 2, 1}));
+  const typename TestFixture::S none;
+  // The occurrence at 4 ends at 5, outside [2, 4].
+  EXPECT_EQ((Longs{s.Find(bc), s.Find(bc, 2), s.Find(bc, 2, 4), s.Find(none)}),
+            (Longs{1, 4, -1, -1}));
+  ZtListQuene<ZtLong> hits;  // the count includes earlier hits
+  EXPECT_EQ((Longs{this->M("aaaa").Find(this->M("aa"), hits),
+                   this->M("aaaaa").Find(this->M("aa"), hits, 1, 3), s.Find(none, hits)}),
+            (Longs{2, 3, -1}));
+  EXPECT_EQ(Items(hits), (Longs{0, 2, 1}));
   auto out = this->M("keep");
   EXPECT_EQ(s.FindEx(bc, out, 1), -1);
   EXPECT_EQ(Text(out), "keep");
