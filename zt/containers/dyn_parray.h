@@ -38,7 +38,14 @@ class ZtDynPArray : public ZtDynArray<T*>, public zt::detail::OwnsPointees {
  public:
   explicit ZtDynPArray(ZtLong spaceSize = 0, ZtLong allocUnit = 10) : Base(spaceSize, allocUnit) {}
   /// A copy holding clones of src's objects, in the same order, empty slots kept.
-  ZtDynPArray(const ZtDynPArray& src) : Base(), OwnsPointees() { this->DeepCopy(src); }
+  ZtDynPArray(const ZtDynPArray& src) : Base(), OwnsPointees() {
+    try {
+      this->DeepCopy(src);
+    } catch (...) {  // the destructor does not run for a constructor that throws
+      ReleaseAll();
+      throw;
+    }
+  }
   /// Deletes this array's objects, then holds clones of src's.
   ZtDynPArray& operator=(const ZtDynPArray& src) {
     if (this != &src) this->DeepCopy(src);
