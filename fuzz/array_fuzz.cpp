@@ -38,9 +38,17 @@ class Run {
     if (n > 200) Reset();
     const int x = static_cast<int>(in.In(kOwning ? -1 : 0, 7));
     switch (op % 19) {
-      case 0: Put(n, x, [&] { ZT_FUZZ_CHECK(m_a.Append(K::Make(x)) == n); }); break;
-      case 1: { const ZtLong i = in.In(0, n); Put(i, x, [&] { m_a.Insert(i, K::Make(x)); }); break; }
-      case 2: Put(0, x, [&] { m_a.InsertHead(K::Make(x)); }); break;
+      case 0:
+        Put(n, x, [&] { ZT_FUZZ_CHECK(m_a.Append(K::Make(x)) == n); });
+        break;
+      case 1: {
+        const ZtLong i = in.In(0, n);
+        Put(i, x, [&] { m_a.Insert(i, K::Make(x)); });
+        break;
+      }
+      case 2:
+        Put(0, x, [&] { m_a.InsertHead(K::Make(x)); });
+        break;
       case 3: {
         const ZtLong i = in.In(0, n);
         m_a.MoveTo(i);
@@ -56,8 +64,8 @@ class Run {
       }
       case 5: {
         const ZtLong from = in.Index(n), to = in.Index(n);
-        const bool moves = from != to && from != to - 1 && from >= 0 && from < n && to >= 0 &&
-                           to <= n;
+        const bool moves =
+            from != to && from != to - 1 && from >= 0 && from < n && to >= 0 && to <= n;
         ZT_FUZZ_CHECK(m_a.Move(from, to) == moves);
         if (!moves) break;
         if (n + 1 > m_cap) m_cap = n + 1 + m_unit;  // the copy is inserted before the original goes
@@ -92,7 +100,9 @@ class Run {
         });
         break;
       }
-      case 9: SortInto(x, in.Bool()); break;
+      case 9:
+        SortInto(x, in.Bool());
+        break;
       case 10: {  // the owning array's SetLength(length, true) leaves even the capacity alone
         const ZtLong space = in.In(0, n + 12);
         ZT_FUZZ_CHECK(m_a.SetSpaceSize(space) == (space >= n));
@@ -107,8 +117,15 @@ class Run {
         m_cap = k;
         break;
       }
-      case 12: m_unit = in.In(0, 12); m_a.SetAllocUnit(m_unit); break;
-      case 13: m_a.Reset(); m_v.clear(); m_cur = -1; break;
+      case 12:
+        m_unit = in.In(0, 12);
+        m_a.SetAllocUnit(m_unit);
+        break;
+      case 13:
+        m_a.Reset();
+        m_v.clear();
+        m_cur = -1;
+        break;
       case 14: {
         const ZtLong from = in.Index(n), to = in.Index(n);
         ZT_FUZZ_CHECK(Find(x, from, to) == ModelFind(x, from, to));
@@ -144,7 +161,8 @@ class Run {
         m_cur = -1;
         break;
       }
-      default: break;
+      default:
+        break;
     }
     Check();
   }
@@ -204,8 +222,7 @@ class Run {
   }
   // Sorted insertion, tried only on a sorted array without empty slots.
   void SortInto(int x, bool dup) {
-    if (x < 0 || !std::is_sorted(m_v.begin(), m_v.end()) ||
-        (!m_v.empty() && m_v.front() < 0)) {
+    if (x < 0 || !std::is_sorted(m_v.begin(), m_v.end()) || (!m_v.empty() && m_v.front() < 0)) {
       return;
     }
     const auto hi = std::upper_bound(m_v.begin(), m_v.end(), x);

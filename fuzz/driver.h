@@ -4,11 +4,8 @@
 // values and indices, the check that aborts on the first disagreement with the reference model,
 // and the comparison of a cursor sequence with a std::vector model.
 //
-//   extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-//     zt::fuzz::Input in(data, size);
-//     while (in.More()) Step(in, in.Byte());
-//     return 0;
-//   }
+//   zt::fuzz::Input in(data, size);
+//   while (in.More()) Step(in, in.Byte());   // Step checks the object against its model
 #ifndef ZT_FUZZ_DRIVER_H_
 #define ZT_FUZZ_DRIVER_H_
 
@@ -67,14 +64,6 @@ void ExpectSequence(const ZtDynArrayBase<T>& s, const std::vector<V>& model, ZtL
     ZT_FUZZ_CHECK(i > 0 && get(*p) == model[--i]);
   }
   ZT_FUZZ_CHECK(i == 0);
-}
-
-/// Runs step(in, op) for every operation byte of the input.
-template <class Step>
-int Drive(const uint8_t* data, size_t size, Step step) {
-  Input in(data, size);
-  while (in.More()) step(in, in.Byte());
-  return 0;
 }
 
 }  // namespace zt::fuzz

@@ -65,18 +65,37 @@ class Run {
     const ZtLong i = in.Index(n), j = in.Index(n);
     const bool valid = i >= 0 && i < n;
     switch (op % 19) {
-      case 0: ZT_FUZZ_CHECK(l.Append(K::Make(x)) == n); Put(s, n, x); break;
-      case 1: l.InsertHead(K::Make(x)); Put(s, 0, x); break;
-      case 2: l.Insert(i, K::Make(x)); Put(s, i >= 1 && i <= n ? i : 0, x); break;
-      case 3: l.MoveTo(i); l.InsertCur(K::Make(x)); Put(s, valid ? i : n, x); break;
-      case 4: l.MoveTo(i); l.InsertAfterCur(K::Make(x)); Put(s, valid ? i + 1 : 0, x); break;
+      case 0:
+        ZT_FUZZ_CHECK(l.Append(K::Make(x)) == n);
+        Put(s, n, x);
+        break;
+      case 1:
+        l.InsertHead(K::Make(x));
+        Put(s, 0, x);
+        break;
+      case 2:
+        l.Insert(i, K::Make(x));
+        Put(s, i >= 1 && i <= n ? i : 0, x);
+        break;
+      case 3:
+        l.MoveTo(i);
+        l.InsertCur(K::Make(x));
+        Put(s, valid ? i : n, x);
+        break;
+      case 4:
+        l.MoveTo(i);
+        l.InsertAfterCur(K::Make(x));
+        Put(s, valid ? i + 1 : 0, x);
+        break;
       case 5:
         l.MoveTo(i);
         l.DelCur();
         if (valid) s.v.erase(s.v.begin() + i);
         s.cur = valid ? i - 1 : -1;
         break;
-      case 6: Walk(s, x, i); break;
+      case 6:
+        Walk(s, x, i);
+        break;
       case 7:
         l.ReverseList();
         std::reverse(s.v.begin(), s.v.end());
@@ -89,7 +108,9 @@ class Run {
         std::rotate(s.v.begin(), s.v.begin() + (i - j + n) % n, s.v.end());
         s.cur = kGrouped ? LastGroup(n) : 0;
         break;
-      case 9: Sort(s, in.Bool()); break;
+      case 9:
+        Sort(s, in.Bool());
+        break;
       case 10: {  // t's elements i.. go to the end of s; t's cursor ends on its new last element
         const ZtLong k = in.Index(t.Size());
         const bool moves = k >= 0 && k < t.Size();
@@ -138,14 +159,19 @@ class Run {
         if (k < n) s.cur = k - 1;
         break;
       }
-      case 16: Clear(s); break;
-      case 17: ZT_FUZZ_CHECK(Find(l, x, i, j) == ModelFind(s.v, x, i, j)); break;
+      case 16:
+        Clear(s);
+        break;
+      case 17:
+        ZT_FUZZ_CHECK(Find(l, x, i, j) == ModelFind(s.v, x, i, j));
+        break;
       case 18: {
         const typename K::List copy(l);
         zt::fuzz::ExpectSequence(copy, s.v, copy.GetCur(), [](auto e) { return K::Get(e); });
         break;
       }
-      default: break;
+      default:
+        break;
     }
     m_a.Check();
     m_b.Check();
@@ -173,10 +199,22 @@ class Run {
   static void Walk(Side<K>& s, int how, ZtLong i) {
     const ZtLong n = s.Size();
     switch (how & 3) {
-      case 0: s.list.MoveToNext(); s.cur = s.cur + 1 < n ? s.cur + 1 : -1; break;
-      case 1: s.list.MoveToPre(); s.cur = s.cur < 0 ? n - 1 : s.cur - 1; break;
-      case 2: s.list.MoveToFirst(); s.cur = n > 0 ? 0 : -1; break;
-      default: s.list.MoveTo(i); s.cur = i >= 0 && i < n ? i : -1; break;
+      case 0:
+        s.list.MoveToNext();
+        s.cur = s.cur + 1 < n ? s.cur + 1 : -1;
+        break;
+      case 1:
+        s.list.MoveToPre();
+        s.cur = s.cur < 0 ? n - 1 : s.cur - 1;
+        break;
+      case 2:
+        s.list.MoveToFirst();
+        s.cur = n > 0 ? 0 : -1;
+        break;
+      default:
+        s.list.MoveTo(i);
+        s.cur = i >= 0 && i < n ? i : -1;
+        break;
     }
     ZT_FUZZ_CHECK(s.cur < 0 || K::Get(s.list.GetCurData()) == s.v[static_cast<size_t>(s.cur)]);
     ZT_FUZZ_CHECK(i < 0 || i >= n || K::Get(s.list.GetAt(i)) == s.v[static_cast<size_t>(i)]);
@@ -222,9 +260,13 @@ int Fuzz(Input& in) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Input in(data, size);
   switch (in.Byte() & 3) {
-    case 0: return Fuzz<Plain<ZtList<int>>>(in);
-    case 1: return Fuzz<Plain<ZtDList<int>>>(in);
-    case 2: return Fuzz<Plain<ZtXList<int>>>(in);
-    default: return Fuzz<Owning>(in);
+    case 0:
+      return Fuzz<Plain<ZtList<int>>>(in);
+    case 1:
+      return Fuzz<Plain<ZtDList<int>>>(in);
+    case 2:
+      return Fuzz<Plain<ZtXList<int>>>(in);
+    default:
+      return Fuzz<Owning>(in);
   }
 }

@@ -39,7 +39,9 @@ class Run {
     // The block stream leaves skipped bytes unspecified: it writes only up to the end.
     const bool writable = (k > 0 || m_pos <= n) && (kArray || m_pos <= n);
     switch (op % 8) {
-      case 0: m_s.MoveTo(in.In(-3, n + 4)), m_pos = m_s.GetCur(); break;
+      case 0:
+        m_s.MoveTo(in.In(-3, n + 4)), m_pos = m_s.GetCur();
+        break;
       case 1:
         if (writable) m_s.Write(data.data(), k), Write(data);
         break;
@@ -57,12 +59,15 @@ class Run {
         ZT_FUZZ_CHECK(got == want);
         ZtLong v = -1;
         m_s >> v;
-        for (ZtLong b = 0; b < 4; ++b) want.resize(4, 0xFF), want[b] = m_pos + b < n ? m_m[m_pos + b] : 0xFF;
+        for (ZtLong b = 0; b < 4; ++b)
+          want.resize(4, 0xFF), want[b] = m_pos + b < n ? m_m[m_pos + b] : 0xFF;
         ZT_FUZZ_CHECK(std::memcmp(&v, want.data(), 4) == 0);
         m_pos += 4;
         break;
       }
-      case 4: Reset(); break;
+      case 4:
+        Reset();
+        break;
       case 5:
         if constexpr (kArray) {
           const ZtLong len = in.In(0, n);

@@ -29,8 +29,14 @@ class Run {
     const ZtLong i = in.In(0, n), j = in.In(0, n);
     const ZtLong lo = std::min(i, j), hi = std::max(i, j);
     switch (op % 18) {
-      case 0: m_s << c; Grow(m_m + c); break;
-      case 1: m_s << t.c_str(); Grow(m_m + t); break;
+      case 0:
+        m_s << c;
+        Grow(m_m + c);
+        break;
+      case 1:
+        m_s << t.c_str();
+        Grow(m_m + t);
+        break;
       case 2: {
         const int v = (static_cast<int>(in.Byte()) - 128) * 12345;
         m_s << v;
@@ -38,7 +44,10 @@ class Run {
         Grow(m_m + Text(digits.begin(), digits.end()));
         break;
       }
-      case 3: m_s.Insert(i, c); Grow(Text(m_m).insert(static_cast<size_t>(i), 1, c)); break;
+      case 3:
+        m_s.Insert(i, c);
+        Grow(Text(m_m).insert(static_cast<size_t>(i), 1, c));
+        break;
       case 4: {
         const ZtLong at = in.Index(n);
         const bool fits = at >= 0 && at <= n;
@@ -49,8 +58,12 @@ class Run {
       case 5:
         if (hi < n) m_s.Del(lo, hi), m_m.erase(static_cast<size_t>(lo), hi - lo + 1);
         break;
-      case 6: m_s.DelLeft(i), m_m.erase(0, static_cast<size_t>(i)); break;
-      case 7: m_s.DelRight(i), m_m.resize(static_cast<size_t>(n - i)); break;
+      case 6:
+        m_s.DelLeft(i), m_m.erase(0, static_cast<size_t>(i));
+        break;
+      case 7:
+        m_s.DelRight(i), m_m.resize(static_cast<size_t>(n - i));
+        break;
       case 8:
         if (hi < n) m_s.Reverse(lo, hi), std::reverse(m_m.begin() + lo, m_m.begin() + hi + 1);
         break;
@@ -66,8 +79,9 @@ class Run {
       case 11: {
         const ZtLong to = in.Index(n), last = to < 0 || to >= n ? n - 1 : to;
         const auto at = m_m.find(c, static_cast<size_t>(i));
-        ZT_FUZZ_CHECK(m_s.Find(c, i, to) ==
-                      (at == Text::npos || static_cast<ZtLong>(at) > last ? -1 : static_cast<ZtLong>(at)));
+        ZT_FUZZ_CHECK(
+            m_s.Find(c, i, to) ==
+            (at == Text::npos || static_cast<ZtLong>(at) > last ? -1 : static_cast<ZtLong>(at)));
         ZT_FUZZ_CHECK(m_s.ReverseFind(c) == static_cast<ZtLong>(m_m.rfind(c)));
         break;
       }
@@ -89,7 +103,9 @@ class Run {
         ReplaceModel(m_s.Replace(Str(t.c_str()), Str(u.c_str()), i, to), t, u, i, to);
         break;
       }
-      case 14: ReplaceModel(m_s.Del(Str(t.c_str())), t, Text(), 0, -1); break;
+      case 14:
+        ReplaceModel(m_s.Del(Str(t.c_str())), t, Text(), 0, -1);
+        break;
       case 15: {
         const bool keep = in.Bool();
         m_s.ReAllocate(i, keep);
@@ -98,8 +114,10 @@ class Run {
         break;
       }
       case 16:
-        if (in.Bool()) m_s.FreeExtra(), m_cap = n + 1;
-        else m_s.Reset(), m_m.clear();
+        if (in.Bool())
+          m_s.FreeExtra(), m_cap = n + 1;
+        else
+          m_s.Reset(), m_m.clear();
         break;
       default: {
         const Str copy(m_s);
@@ -120,7 +138,8 @@ class Run {
  private:
   // A small alphabet, with a character beyond ASCII, so that searches hit and repeat.
   static Ch Char(Input& in) {
-    static const Ch kChars[] = {'a', 'b', 'c', 'z', static_cast<Ch>(sizeof(Ch) == 1 ? 0xE9 : 0x263A)};
+    static const Ch kChars[] = {'a', 'b', 'c', 'z',
+                                static_cast<Ch>(sizeof(Ch) == 1 ? 0xE9 : 0x263A)};
     return kChars[in.In(0, 4)];
   }
   static Text Word(Input& in) {

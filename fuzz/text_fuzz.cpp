@@ -19,7 +19,12 @@ long Utf8Length(const std::string& s) {
   long count = 0;
   for (size_t i = 0; i < s.size(); ++count) {
     const auto b = static_cast<unsigned char>(s[i]);
-    const size_t len = b < 0x80 ? 1 : b >= 0xF8 ? 0 : b >= 0xF0 ? 4 : b >= 0xE0 ? 3 : b >= 0xC0 ? 2 : 0;
+    const size_t len = b < 0x80    ? 1
+                       : b >= 0xF8 ? 0
+                       : b >= 0xF0 ? 4
+                       : b >= 0xE0 ? 3
+                       : b >= 0xC0 ? 2
+                                   : 0;
     if (len == 0 || i + len > s.size()) return -1;
     unsigned long u = len == 1 ? b : b & (0x3F >> (len - 1));
     for (size_t k = 1; k < len; ++k) {

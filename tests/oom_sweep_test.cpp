@@ -60,8 +60,14 @@ TEST(OutOfMemorySweep, SequencesStayAsTheyWere) {
     zt::test::Fill(a, {1, 3, 5});
     return a;
   });
-  SweepSequence<ZtList<int>>([] { ZtList<int> l; return std::move(zt::test::Fill(l, {1, 3, 5})); });
-  SweepSequence<ZtDList<int>>([] { ZtDList<int> l; return std::move(zt::test::Fill(l, {1, 3, 5})); });
+  SweepSequence<ZtList<int>>([] {
+    ZtList<int> l;
+    return std::move(zt::test::Fill(l, {1, 3, 5}));
+  });
+  SweepSequence<ZtDList<int>>([] {
+    ZtDList<int> l;
+    return std::move(zt::test::Fill(l, {1, 3, 5}));
+  });
   SweepSequence<ZtXList<int>>([] {
     ZtXList<int> l(0, 2, 1);  // small groups and a small index unit: the index grows too
     return std::move(zt::test::Fill(l, {1, 3, 5}));
@@ -74,15 +80,30 @@ TEST(OutOfMemorySweep, OwningContainersLeakNothing) {
     for (ZtLong i = 0; i < s.GetLength(); ++i) out.push_back(s.GetPData(i));
     return std::make_tuple(out, s.GetCur());
   };
-  Sweep<ZtDynPArray<int>>([] { ZtDynPArray<int> a(2, 0); a.Append(new int(1)); a.Append(new int(2)); return a; },
-                          objects, {{"copy", [](auto& a) { ZtDynPArray<int> b(a); }}});
-  Sweep<ZtPDList<int>>([] { ZtPDList<int> l; l.Append(new int(1)); l.Append(new int(2)); return l; },
-                       objects, {{"copy", [](auto& l) { ZtPDList<int> m(l); }},
-                                 {"SetLength", [](auto& l) { l.SetLength(5, true); }}});
+  Sweep<ZtDynPArray<int>>(
+      [] {
+        ZtDynPArray<int> a(2, 0);
+        a.Append(new int(1));
+        a.Append(new int(2));
+        return a;
+      },
+      objects, {{"copy", [](auto& a) { ZtDynPArray<int> b(a); }}});
+  Sweep<ZtPDList<int>>(
+      [] {
+        ZtPDList<int> l;
+        l.Append(new int(1));
+        l.Append(new int(2));
+        return l;
+      },
+      objects, {{"copy", [](auto& l) { ZtPDList<int> m(l); }}, {"SetLength", [](auto& l) {
+                                                                  l.SetLength(5, true);
+                                                                }}});
 }
 
 TEST(OutOfMemorySweep, StringsKeepTextAndCapacity) {
-  const auto state = [](const ZtStringA& s) { return std::make_tuple(std::string(s), s.GetLength()); };
+  const auto state = [](const ZtStringA& s) {
+    return std::make_tuple(std::string(s), s.GetLength());
+  };
   Sweep<ZtStringA>([] { return ZtStringA("abcabc"); }, state,
                    {{"<< text", [](ZtStringA& s) { s << "defg"; }},
                     {"<< itself", [](ZtStringA& s) { s << s; }},
@@ -103,16 +124,26 @@ TEST(OutOfMemorySweep, StreamsKeepTheirBytes) {
     return std::make_tuple(bytes, at, s.GetLength());
   };
   char block[40] = "forty bytes of data for the unit chains";
-  Sweep<ZtDynArrayStream>([] { ZtDynArrayStream s(4, 2); s << ZtLong{1}; return s; }, state,
-                          {{"Write", [&](auto& s) { s.Write(block, 40); }},
-                           {"assign", [](auto& s) { s = ZtDynArrayStream(); }}});
-  Sweep<ZtDynArrayStreamEx>([] { ZtDynArrayStreamEx s(3); s << ZtLong{1}; return s; }, state,
-                            {{"Write", [&](auto& s) { s.Write(block, 40); }},
-                             {"assign", [](auto& s) {
-                                ZtDynArrayStreamEx t(5);
-                                t << 2.5;
-                                s = t;
-                              }}});
+  Sweep<ZtDynArrayStream>(
+      [] {
+        ZtDynArrayStream s(4, 2);
+        s << ZtLong{1};
+        return s;
+      },
+      state, {{"Write", [&](auto& s) { s.Write(block, 40); }}, {"assign", [](auto& s) {
+                                                                  s = ZtDynArrayStream();
+                                                                }}});
+  Sweep<ZtDynArrayStreamEx>(
+      [] {
+        ZtDynArrayStreamEx s(3);
+        s << ZtLong{1};
+        return s;
+      },
+      state, {{"Write", [&](auto& s) { s.Write(block, 40); }}, {"assign", [](auto& s) {
+                                                                  ZtDynArrayStreamEx t(5);
+                                                                  t << 2.5;
+                                                                  s = t;
+                                                                }}});
 }
 
 }  // namespace

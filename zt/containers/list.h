@@ -24,7 +24,8 @@
 // -1). Rotate(a, b) moves element a to index b and leaves the cursor on 0. The sorts are the
 // stable insertion sort: element k is compared with elements 0, 1, ... until one must go after
 // it (so a sorted list costs n(n-1)/2 comparisons); a displaced value is copied into a new node
-// and its old place is emptied (set to T()) before that node is removed. On two or more elements they end with cursor -1.
+// and its old place is emptied (set to T()) before that node is removed. On two or more elements
+// they end with cursor -1.
 //
 // Every insertion is all-or-nothing: when allocating the node throws std::bad_alloc the list is
 // unchanged, cursor included; growth (ReAllocate, SetLength, the growing operator[]) removes what
