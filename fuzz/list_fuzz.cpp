@@ -234,7 +234,7 @@ class Run {
     if (to < 0 || to >= n) to = n - 1;
     if (from < 0 || from >= n || x < 0) return -1;
     const auto end = v.begin() + to + 1, hit = std::find(v.begin() + from, end, x);
-    return hit == end ? -1 : hit - v.begin();
+    return hit == end ? -1 : static_cast<ZtLong>(hit - v.begin());
   }
   static ZtLong Find(const typename K::List& l, int x, ZtLong from, ZtLong to) {
     if constexpr (kOwning) {

@@ -62,21 +62,25 @@ TEST(OutOfMemorySweep, SequencesStayAsTheyWere) {
   });
   SweepSequence<ZtList<int>>([] {
     ZtList<int> l;
-    return std::move(zt::test::Fill(l, {1, 3, 5}));
+    zt::test::Fill(l, {1, 3, 5});
+    return l;
   });
   SweepSequence<ZtDList<int>>([] {
     ZtDList<int> l;
-    return std::move(zt::test::Fill(l, {1, 3, 5}));
+    zt::test::Fill(l, {1, 3, 5});
+    return l;
   });
   SweepSequence<ZtXList<int>>([] {
     ZtXList<int> l(0, 2, 1);  // small groups and a small index unit: the index grows too
-    return std::move(zt::test::Fill(l, {1, 3, 5}));
+    zt::test::Fill(l, {1, 3, 5});
+    return l;
   });
 }
 
 TEST(OutOfMemorySweep, OwningContainersLeakNothing) {
   const auto objects = [](const auto& s) {
     std::vector<int> out;
+    out.reserve(static_cast<size_t>(s.GetLength()));
     for (ZtLong i = 0; i < s.GetLength(); ++i) out.push_back(s.GetPData(i));
     return std::make_tuple(out, s.GetCur());
   };
@@ -87,7 +91,11 @@ TEST(OutOfMemorySweep, OwningContainersLeakNothing) {
         a.Append(new int(2));
         return a;
       },
-      objects, {{"copy", [](auto& a) { ZtDynPArray<int> b(a); }}});
+      objects,
+      {{"copy", [](auto& a) {
+          const ZtDynPArray<int> b(a);  // NOLINT(performance-unnecessary-copy-initialization)
+          EXPECT_TRUE(b == a);
+        }}});
   Sweep<ZtPDList<int>>(
       [] {
         ZtPDList<int> l;
@@ -95,9 +103,13 @@ TEST(OutOfMemorySweep, OwningContainersLeakNothing) {
         l.Append(new int(2));
         return l;
       },
-      objects, {{"copy", [](auto& l) { ZtPDList<int> m(l); }}, {"SetLength", [](auto& l) {
-                                                                  l.SetLength(5, true);
-                                                                }}});
+      objects,
+      {{"copy",
+        [](auto& l) {
+          const ZtPDList<int> m(l);  // NOLINT(performance-unnecessary-copy-initialization)
+          EXPECT_TRUE(m == l);
+        }},
+       {"SetLength", [](auto& l) { l.SetLength(5, true); }}});
 }
 
 TEST(OutOfMemorySweep, StringsKeepTextAndCapacity) {
