@@ -35,7 +35,7 @@ if [ "$valgrind" = 1 ]; then
   # place (nouserintercepts). The install and export checks run a compiler and nm: not memcheck's
   # business.
   memcheck="$(command -v valgrind);--quiet;--error-exitcode=97;--leak-check=full"
-  memcheck+=";--errors-for-leak-kinds=definite,indirect;--soname-synonyms=somalloc=nouserintercepts"
+  memcheck+=";--errors-for-leak-kinds=definite,indirect;--soname-synonyms=somalloc=nouserintercepts;--suppressions=$PWD/tests/valgrind.supp"
   cmake -S . -B build/valgrind -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DZT_WARNINGS_AS_ERRORS=ON -DZT_BUILD_EXAMPLES=OFF "-DCMAKE_CROSSCOMPILING_EMULATOR=$memcheck" \
     >/dev/null
