@@ -31,6 +31,7 @@ struct Owning {
 template <class K>
 class Run {
  public:
+  explicit Run(Input& in) : Run(in.In(0, 5), in.In(0, 4)) {}
   Run(ZtLong space, ZtLong unit) : m_a(space, unit), m_cap(space), m_unit(unit) {}
 
   void Step(Input& in, uint8_t op) {
@@ -249,17 +250,9 @@ class Run {
   ZtLong m_unit;
 };
 
-template <class K>
-int Fuzz(Input& in) {
-  Run<K> run(in.In(0, 5), in.In(0, 4));
-  run.Check();
-  while (in.More()) run.Step(in, in.Byte());
-  return 0;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Input in(data, size);
-  return in.Bool() ? Fuzz<Owning>(in) : Fuzz<Plain>(in);
+  return in.Bool() ? zt::fuzz::Play<Run<Owning>>(in) : zt::fuzz::Play<Run<Plain>>(in);
 }

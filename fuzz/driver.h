@@ -66,6 +66,14 @@ void ExpectSequence(const ZtDynArrayBase<T>& s, const std::vector<V>& model, ZtL
   ZT_FUZZ_CHECK(i == 0);
 }
 
+/// Builds a Run from the input's first bytes, then feeds it one operation byte at a time.
+template <class Run>
+int Play(Input& in) {
+  Run run(in);
+  while (in.More()) run.Step(in, in.Byte());
+  return 0;
+}
+
 }  // namespace zt::fuzz
 
 #endif  // ZT_FUZZ_DRIVER_H_

@@ -53,6 +53,7 @@ struct Side {
 template <class K>
 class Run {
  public:
+  explicit Run(Input& in) : Run(in.In(1, 4)) {}
   explicit Run(ZtLong group) : m_group(group), m_a(group), m_b(group) {}
 
   void Step(Input& in, uint8_t op) {
@@ -248,25 +249,18 @@ class Run {
   Side<K> m_a, m_b;
 };
 
-template <class K>
-int Fuzz(Input& in) {
-  Run<K> run(in.In(1, 4));
-  while (in.More()) run.Step(in, in.Byte());
-  return 0;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Input in(data, size);
   switch (in.Byte() & 3) {
     case 0:
-      return Fuzz<Plain<ZtList<int>>>(in);
+      return zt::fuzz::Play<Run<Plain<ZtList<int>>>>(in);
     case 1:
-      return Fuzz<Plain<ZtDList<int>>>(in);
+      return zt::fuzz::Play<Run<Plain<ZtDList<int>>>>(in);
     case 2:
-      return Fuzz<Plain<ZtXList<int>>>(in);
+      return zt::fuzz::Play<Run<Plain<ZtXList<int>>>>(in);
     default:
-      return Fuzz<Owning>(in);
+      return zt::fuzz::Play<Run<Owning>>(in);
   }
 }

@@ -133,16 +133,10 @@ class Run {
   ZtLong m_cap;
 };
 
-template <class S>
-int Fuzz(Input& in) {
-  Run<S> run(in);
-  while (in.More()) run.Step(in, in.Byte());
-  return 0;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Input in(data, size);
-  return in.Bool() ? Fuzz<ZtDynArrayStreamEx>(in) : Fuzz<ArrayStream>(in);
+  return in.Bool() ? zt::fuzz::Play<Run<ZtDynArrayStreamEx>>(in)
+                   : zt::fuzz::Play<Run<ArrayStream>>(in);
 }

@@ -21,6 +21,7 @@ class Run {
   using Str = ZtStringT<Ch>;
 
  public:
+  explicit Run(Input& /*in*/) {}
   void Step(Input& in, uint8_t op) {
     if (m_m.size() > 300) Set(Text());
     const auto n = static_cast<ZtLong>(m_m.size());
@@ -188,16 +189,9 @@ class Run {
   ZtLong m_cap = 1;
 };
 
-template <class Ch>
-int Fuzz(Input& in) {
-  Run<Ch> run;
-  while (in.More()) run.Step(in, in.Byte());
-  return 0;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Input in(data, size);
-  return in.Bool() ? Fuzz<wchar_t>(in) : Fuzz<char>(in);
+  return in.Bool() ? zt::fuzz::Play<Run<wchar_t>>(in) : zt::fuzz::Play<Run<char>>(in);
 }
