@@ -35,8 +35,8 @@ class Run {
   Run(ZtLong space, ZtLong unit) : m_a(space, unit), m_cap(space), m_unit(unit) {}
 
   void Step(Input& in, uint8_t op) {
+    if (m_v.size() > 200) Reset();
     const auto n = static_cast<ZtLong>(m_v.size());
-    if (n > 200) Reset();
     const int x = static_cast<int>(in.In(kOwning ? -1 : 0, 7));
     switch (op % 19) {
       case 0:

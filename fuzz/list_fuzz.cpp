@@ -60,8 +60,8 @@ class Run {
     Side<K>& s = in.Bool() ? m_b : m_a;
     Side<K>& t = &s == &m_a ? m_b : m_a;
     auto& l = s.list;
+    if (s.Size() > 150) Clear(s);
     const ZtLong n = s.Size();
-    if (n > 150) Clear(s);
     const int x = static_cast<int>(in.In(kOwning ? -1 : 0, 7));
     const ZtLong i = in.Index(n), j = in.Index(n);
     const bool valid = i >= 0 && i < n;
