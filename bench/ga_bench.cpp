@@ -93,7 +93,7 @@ void BM_Evolve(benchmark::State& state) {
   state.counters["generations/s"] = benchmark::Counter(generations, benchmark::Counter::kIsRate);
   state.counters["allocations/generation"] = static_cast<double>(allocations) / generations;
 }
-BENCHMARK(BM_Evolve)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Evolve)->Name("GA.Evolve100Generations")->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -39,6 +39,6 @@ awk -F, '
     printf "%-40s %12s %12s %8s\n", "workload", "zt", "std", "zt/std"
     for (i = 1; i <= n; ++i) {
       k = order[i]; z = time[k, "zt"]; s = time[k, "std"]
-      printf "%-40s %12s %12s %8s\n", k, show(z), show(s), (s > 0 ? sprintf("%.2f", z / s) : "-")
+      printf "%-40s %12s %12s %8s\n", k, show(z), (s > 0 ? show(s) : "-"), (s > 0 ? sprintf("%.2f", z / s) : "-")
     }
   }' "$results"

@@ -22,6 +22,7 @@
 #include "zt/containers/push_var.h"
 #include "zt/containers/quene.h"
 #include "zt/containers/xlist.h"
+#include "zt/events/events.h"
 #include "zt/ga/gene.h"
 #include "zt/ga/individual.h"
 #include "zt/ga/population.h"

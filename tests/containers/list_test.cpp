@@ -1,65 +1,102 @@
 // tests/containers/list_test.cpp
 //
-// ZtList: the wrapping cursor, positional insertion, splicing between lists, reversal, rotation,
-// the forward insertion sort, harmless out-of-contract calls and all-or-nothing insertion.
-#include "zt/containers/list.h"
-
+// ZtList, ZtDList and ZtXList through one set of typed tests: the wrapping cursor, positional
+// insertion, splicing, reversal, rotation, the insertion sorts, harmless out-of-contract calls and
+// all-or-nothing insertion. After the edits the back links mirror the next links and the grouped
+// list's index holds exactly the nodes a walk from the head reaches. Then the grouped list alone.
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <tuple>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "tests/support/containers.h"
 #include "tests/support/fault_injection.h"
 #include "tests/support/keyed.h"
-#include "tests/support/tracked.h"
+#include "zt/containers/dlist.h"
+#include "zt/containers/list.h"
+#include "zt/containers/xlist.h"
 
 namespace zt::test {
 namespace {
 
 using Ints = std::vector<int>;
+using Probe = IndexProbe<ZtXList<int>>;
 
-ZtList<int> MakeList(std::initializer_list<int> values) {
-  ZtList<int> l;
-  return Fill(l, values);
-}
+template <class A, class B, class = void>
+struct CanConbine : std::false_type {};
+template <class A, class B>
+struct CanConbine<A, B, decltype(void(std::declval<A&>().Conbine(std::declval<B&>(), 0)))>
+    : std::true_type {};
+static_assert(CanConbine<ZtDList<int>, ZtDList<int>>::value);
+static_assert(!CanConbine<ZtList<int>, ZtDList<int>>::value);
 
-/// Length, cursor, cursor node and contents.
-auto ListState(ZtList<int>& l) {
-  return std::make_tuple(l.GetLength(), l.GetCur(), l.GetCurPos(), Values(l));
-}
+/// A grouped list with groups of two, so that the index changes with nearly every edit.
+class Grouped : public Probe {
+ public:
+  Grouped() : Probe(0, 2) {}
+};
 
-TEST(List, CursorWrapsThroughTheSentinel) {
-  ZtList<int> empty;
+template <class L>
+class ListTest : public ::testing::Test {
+ protected:
+  static constexpr bool kGrouped = std::is_same_v<L, Grouped>;
+  static constexpr bool kDoubly = std::is_base_of_v<ZtDList<int>, L>;
+  static L Make(std::initializer_list<int> values) {
+    L l;
+    return Fill(l, values);
+  }
+  /// The back links and the grouped list's index agree with a walk from the head.
+  static void Check(L& l) {
+    EXPECT_EQ(BackwardValues(l), Values(l));
+    if constexpr (kGrouped) ExpectIndexExact(l);
+  }
+  /// Where a rebuild of the index leaves the cursor on a grouped list: the last group start.
+  static ZtLong Rebuilt(ZtLong cursor, ZtLong length) {
+    return kGrouped ? (length - 1) / 2 * 2 : cursor;
+  }
+};
+using ListTypes = ::testing::Types<ZtList<int>, ZtDList<int>, Grouped>;
+TYPED_TEST_SUITE(ListTest, ListTypes);
+
+TYPED_TEST(ListTest, CursorWrapsThroughTheSentinel) {
+  TypeParam empty;
   EXPECT_EQ(empty.GetFirst(), nullptr);
   EXPECT_EQ(empty.GetLast(), nullptr);
-  ZtListNode<int>* sentinel = empty.GetCurPos();
+  auto* sentinel = empty.GetCurPos();
   empty.MoveToFirst();
   empty.MoveToPre();
-  EXPECT_EQ(empty.GetCur(), -1);
   EXPECT_EQ(empty.GetCurPos(), sentinel);
-
-  auto l = MakeList({1, 2, 3});
-  l.MoveToLast();
+  TypeParam l;
+  for (int i = 0; i < 100; ++i) l.Append(i);
+  l.MoveTo(-1);
+  l.MoveToPre();
+  EXPECT_EQ(Both(l.GetCur(), l.GetCurData()), Both(99, 99));
   l.MoveToNext();
   EXPECT_EQ(l.GetCur(), -1);
   l.MoveToNext();
-  EXPECT_EQ(l.GetCurData(), 1);
+  EXPECT_EQ(l.GetCurData(), 0);
   l.MoveToPre();
   l.MoveToPre();
-  EXPECT_EQ(l.GetCur(), 2);
-  l.MoveTo(3);
+  const int* at30 = l.GetTo(30);  // reads without moving
+  EXPECT_EQ(l.GetCur(), 99);
+  l.MoveTo(1);
+  EXPECT_EQ(&l.GetAt(30), at30);
+  l.MoveTo(100);
   EXPECT_EQ(l.GetCur(), -1);
   EXPECT_EQ(l.GetCurData(), 0);  // scratch value, the sentinel is never handed out
   l.SetCurData(9);
   l.DelCur();  // ignored on the sentinel
-  EXPECT_EQ(Values(l), (Ints{1, 2, 3}));
-  EXPECT_EQ(l.GetAt(5), 0);
-  EXPECT_EQ(*l.GetPre(l.GetLast()), 2);
+  EXPECT_EQ(Both(l.GetLength(), l.GetAt(105)), Both(100, 0));
+  EXPECT_EQ(*l.GetPre(l.GetLast()), 98);
   EXPECT_EQ(l.GetPre(l.GetFirst()), nullptr);
+  this->Check(l);
 }
 
-TEST(List, InsertionPlacesAndDeletionStepsBack) {
-  auto l = MakeList({1, 2});
+TYPED_TEST(ListTest, InsertionPlacesAndDeletionStepsBack) {
+  auto l = this->Make({1, 2});
   l.MoveTo(-1);
   l.InsertCur(3);  // appends from -1
   l.MoveTo(1);
@@ -70,113 +107,170 @@ TEST(List, InsertionPlacesAndDeletionStepsBack) {
   l.Insert(5, 6);
   EXPECT_EQ(Values(l), (Ints{5, 1, 4, 2, 3, 6}));
   l.DelTail();
-  EXPECT_EQ(*l.GetLast(), 3);
   EXPECT_EQ(l.GetCur(), 4);
   l.Append(7);  // the new tail follows the old one
   EXPECT_EQ(Values(l), (Ints{5, 1, 4, 2, 3, 7}));
   l.MoveTo(2);
   l.DecreaseSize(3);  // a list's ReAllocate only grows
   l.IncreaseSize(1);
-  EXPECT_EQ(l.GetLength(), 7);
-  EXPECT_EQ(l.GetCur(), 2);
+  EXPECT_EQ(Both(l.GetLength(), l.GetCur()), Both(7, 2));
+  this->Check(l);
   l.SetLength(2, false);
   EXPECT_EQ(Values(l), (Ints{5, 1}));
+  this->Check(l);
 }
 
-TEST(List, ConbineAndSplitMoveNodesNotValues) {
-  auto a = MakeList({1});
-  auto b = MakeList({7, 8, 9});
+TYPED_TEST(ListTest, ConbineAndSplitMoveNodesNotValues) {
+  auto a = this->Make({1});
+  auto b = this->Make({7, 8, 9});
   const int* moved = b.GetTo(1);
   a.MoveTo(0);
   EXPECT_EQ(a.Conbine(b, 1), 3);
   EXPECT_EQ(Values(a), (Ints{1, 8, 9}));
   EXPECT_EQ(a.GetTo(1), moved);
-  EXPECT_EQ(a.GetCur(), 0);
+  EXPECT_EQ(a.GetCur(), this->kGrouped ? 2 : 0);  // grouped: on the last new group start
   EXPECT_EQ(Values(b), (Ints{7}));
   EXPECT_EQ(b.GetCur(), 0);
   EXPECT_EQ(a.Conbine(b, 1), 3);  // pos past other's end
   EXPECT_EQ(a.Conbine(a, 0), 3);  // itself
+  this->Check(a);
   a.SplitAt(1, b);
   EXPECT_EQ(Values(a), (Ints{1}));
   EXPECT_EQ(Values(b), (Ints{7, 8, 9}));
   b.Append(10);  // the spliced tail is b's tail
-  EXPECT_EQ(Values(b), (Ints{7, 8, 9, 10}));
+  this->Check(a);
+  this->Check(b);
   b.MoveTo(-1);
   b.SplitAtCur(a);
   EXPECT_EQ(b.GetLength(), 4);
-
-  std::vector<ZtListNode<int>*> chain;
-  for (ZtListNode<int>* n = b.GetCurPos()->next; chain.size() < 4; n = n->next) chain.push_back(n);
-  b.Detach();
-  EXPECT_TRUE(b.IsEmpty());
-  for (ZtListNode<int>* n : chain) delete n;  // the detached chain is the caller's
+  if constexpr (std::is_same_v<TypeParam, ZtList<int>>) {
+    std::vector<ZtListNode<int>*> chain;
+    for (auto* n = b.GetCurPos()->next; chain.size() < 4; n = n->next) chain.push_back(n);
+    b.Detach();
+    EXPECT_TRUE(b.IsEmpty());
+    for (ZtListNode<int>* n : chain) delete n;  // the detached chain is the caller's
+  }
 }
 
-TEST(List, ReverseKeepsTheCursorOnItsNodeAndRotateLandsOnZero) {
-  auto l = MakeList({1, 2, 3, 4, 5});
+TYPED_TEST(ListTest, ReverseKeepsTheCursorOnItsNodeAndRotateLandsOnZero) {
+  auto l = this->Make({1, 2, 3, 4, 5});
   l.MoveTo(1);
   l.ReverseList();
   EXPECT_EQ(Values(l), (Ints{5, 4, 3, 2, 1}));
-  EXPECT_EQ(l.GetCur(), 3);
-  EXPECT_EQ(l.GetCurData(), 2);
-  EXPECT_EQ(*l.GetLast(), 1);
-  l.Append(0);  // the tail is right
-  l.DelTail();
+  EXPECT_EQ(l.GetCur(), this->Rebuilt(3, 5));
+  this->Check(l);
   l.Rotate(3, 0);
   EXPECT_EQ(Values(l), (Ints{2, 1, 5, 4, 3}));
-  EXPECT_EQ(l.GetCur(), 0);
+  EXPECT_EQ(l.GetCur(), this->Rebuilt(0, 5));
+  this->Check(l);
   l.Rotate(0, 1);
   EXPECT_EQ(Values(l), (Ints{3, 2, 1, 5, 4}));
   l.MoveTo(2);
   for (auto [a, b] : {std::pair{1, 1}, {-1, 2}, {0, 5}, {7, 2}}) l.Rotate(a, b);
   EXPECT_EQ(Values(l), (Ints{3, 2, 1, 5, 4}));
-  EXPECT_EQ(l.GetCur(), 2);
-  ZtList<int> empty;
+  EXPECT_EQ(l.GetCur(), this->Rebuilt(2, 5));  // grouped: rebuilt even when refused
+  TypeParam empty;
   empty.Rotate(0, 1);
   empty.ReverseList();
   EXPECT_TRUE(empty.IsEmpty());
+  EXPECT_EQ(empty.GetCur(), -1);
 }
 
-TEST(List, ForwardInsertionSortIsStableAndScansFromTheHead) {
-  ZtList<Keyed> l;
-  for (int key : {3, 1, 2, 1, 3, 0}) l.Append(Keyed{key, l.GetLength()});
-  l.Sort(true);
-  EXPECT_EQ(Tags(l), (Ints{5, 1, 3, 2, 0, 4}));
-  EXPECT_EQ(l.GetCur(), -1);
-  l.Sort(false);
-  EXPECT_EQ(Tags(l), (Ints{0, 4, 2, 1, 3, 5}));
-  l.Sort(true);
+TYPED_TEST(ListTest, InsertionSortsAreStable) {
+  ZtList<Keyed> singly;
+  ZtDList<Keyed> doubly;
+  ZtList<Keyed>& l = this->kDoubly ? doubly : singly;
+  for (int key : {2, 1, 2, 0, 5, 1}) l.Append(Keyed{key, l.GetLength()});
   g_keyComparisons = 0;
-  l.Sort(CountingByKey);  // already sorted: every element meets all before it
-  EXPECT_EQ(g_keyComparisons, 6 * 5 / 2);
+  l.Sort(CountingByKey);
+  EXPECT_EQ(Tags(l), (Ints{3, 1, 5, 0, 2, 4}));
+  // The forward sort scans from the head; the backward sort meets a mover's first blocker twice.
+  EXPECT_EQ(g_keyComparisons, this->kDoubly ? 13 : 11);
+  EXPECT_EQ(l.GetCur(), -1);
+  g_keyComparisons = 0;
+  l.Sort(CountingByKey);  // already sorted
+  EXPECT_EQ(g_keyComparisons, this->kDoubly ? 5 : 6 * 5 / 2);
+  l.Sort(false);
+  EXPECT_EQ(Tags(l), (Ints{4, 0, 2, 1, 5, 3}));
 }
 
-TEST(List, EveryNodeIsFreed) {
-  {
-    ZtList<Tracked> l(3);
-    l.Append(Tracked(4));
-    ZtList<Tracked> copy(l);
-    copy.Sort(false);
-    copy = l;
-    l.Reset();
-    copy.DelHead();
+TYPED_TEST(ListTest, FailedInsertionsLeaveTheListUnchanged) {
+  auto l = this->Make({1, 2, 3, 4});
+  l.MoveTo(2);
+  const auto state = [](TypeParam& x) {
+    return std::make_tuple(x.GetCur(), x.GetCurPos(), Values(x), BackwardValues(x));
+  };
+  const auto strong = [&](auto op) { ExpectStrongGuarantee(l, op, state); };
+  strong([](auto& x) { x.InsertCur(9); });
+  strong([](auto& x) { x.Insert(2, 9); });
+  strong([](auto& x) { x.Append(9); });
+  strong([](auto& x) { x.SetLength(9, true); });
+  strong([](auto& x) { x[12] = 5; });
+}
+
+TEST(List, SplicesRefuseTheOtherKindOfList) {
+  ZtList<int> single;
+  single.Append(5);
+  ZtDList<int> doubly;
+  doubly.Append(1);
+  ZtList<int>& asSingle = doubly;
+  EXPECT_EQ(asSingle.Conbine(single, 0), 1);  // refused both ways
+  EXPECT_EQ(single.Conbine(asSingle, 0), 1);
+  EXPECT_EQ(BackwardValues(doubly), Ints{1});
+}
+
+TEST(XList, EveryChangeKeepsTheIndexExact) {
+  using Step = std::pair<const char*, std::function<void(Probe&, Probe&)>>;
+  const std::vector<Step> steps = {
+      {"append",
+       [](Probe& l, Probe&) {
+         for (int v = 0; v < 10; ++v) l.Append(v);
+       }},
+      {"insert head", [](Probe& l, Probe&) { l.InsertHead(-1); }},
+      {"insert middle", [](Probe& l, Probe&) { l.Insert(5, -2); }},
+      {"insert cur", [](Probe& l, Probe&) { l.MoveToLast(), l.InsertCur(-3); }},
+      {"delete head", [](Probe& l, Probe&) { l.DelHead(); }},
+      {"delete middle", [](Probe& l, Probe&) { l.Del(4); }},
+      {"delete tail", [](Probe& l, Probe&) { l.DelTail(); }},
+      {"conbine",
+       [](Probe& l, Probe& o) {
+         Fill(o, {7, 7, 7, 7, 7, 7, 7}), l.Conbine(o, 2);
+       }},
+      {"split", [](Probe& l, Probe& o) { l.SplitAt(8, o); }},
+      {"reverse", [](Probe& l, Probe&) { l.ReverseList(); }},
+      {"rotate", [](Probe& l, Probe&) { l.Rotate(6, 1); }},
+      {"sort", [](Probe& l, Probe&) { l.Sort(true); }},
+      {"shrink and grow", [](Probe& l, Probe&) { l.SetLength(5, true), l.IncreaseSize(4); }},
+      {"assign", [](Probe& l, Probe& o) { l = o; }},
+      {"reset", [](Probe& l, Probe&) { l.Reset(), l.Append(1); }},
+  };
+  for (ZtLong size : {1, 3, 25}) {
+    Probe l(0, size, 0);
+    Probe other(0, size == 3 ? 2 : 3);
+    for (const Step& step : steps) {
+      SCOPED_TRACE(testing::Message() << step.first << ", groups of " << size);
+      step.second(l, other);
+      ExpectIndexExact(l);
+      ExpectIndexExact(other);
+      Probe copy(l);
+      ExpectIndexExact(copy);
+    }
   }
-  EXPECT_EQ(Tracked::Live(), 0);
+  Probe empty(0, 0);  // group size taken as 1
+  EXPECT_EQ(empty.GetGroupSize(), 1);
 }
 
-TEST(ListFaults, FailedInsertionsLeaveTheListUnchanged) {
-  auto l = MakeList({1, 2, 3});
-  l.MoveTo(1);
+TEST(XList, GrowingTheIndexFailsBeforeTheListChanges) {
+  Probe l(6, 3, 0);  // no spare index entries: opening a group allocates
+  l.MoveTo(2);
+  auto state = [](Probe& x) { return std::make_tuple(x.GetCur(), Values(x), x.Index()); };
   ExpectStrongGuarantee(
-      l, [](auto& x) { x.InsertCur(9); }, ListState);
+      l, [](auto& x) { x.InsertCur(9); }, state);
+  ExpectIndexExact(l);
+  Probe o(5);
   ExpectStrongGuarantee(
-      l, [](auto& x) { x.Insert(2, 9); }, ListState);
-  ExpectStrongGuarantee(
-      l, [](auto& x) { x.Append(9); }, ListState);
-  ExpectStrongGuarantee(
-      l, [](auto& x) { x.IncreaseSize(4); }, ListState);
-  ExpectStrongGuarantee(
-      l, [](auto& x) { x[12] = 5; }, ListState);
+      l, [&o](auto& x) { x.Conbine(o, 1); }, state);
+  ExpectIndexExact(l);
 }
 
 }  // namespace

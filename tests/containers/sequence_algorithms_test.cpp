@@ -37,6 +37,7 @@ class SequenceTest : public ::testing::Test {
   using Seq = S;
   using E = decltype(ElementOf(std::declval<S>()));
   static constexpr bool kIsList = std::is_base_of_v<ZtList<E>, S>;
+  void TearDown() override { EXPECT_EQ(Tracked::Live(), m_live) << "elements leaked or lost"; }
   static Seq Make(std::initializer_list<int> values) {
     Seq s;
     for (int v : values) s.Append(E(v));
@@ -47,6 +48,7 @@ class SequenceTest : public ::testing::Test {
   }
   /// The cursor after stepping past the last element of a sequence of this length.
   static ZtLong End(ZtLong length) { return kIsList ? -1 : length; }
+  long m_live = Tracked::Live();
 };
 using SequenceTypes = ::testing::Types<ZtDynArray<int>, ZtDynArray<Tracked>, ZtList<int>,
                                        ZtList<Tracked>, ZtDList<Tracked>, GroupsOfTwo<int>>;
@@ -80,6 +82,7 @@ TYPED_TEST(SequenceTest, InsertionsAndDeletionsPlaceTheCursor) {
   EXPECT_EQ(s.GetCur(), 4);
   s.Del(2);
   EXPECT_EQ(Values(s), this->V({1, 2, 3, 4}));
+  EXPECT_EQ(BackwardValues(s), Values(s));
   EXPECT_EQ(s.GetCur(), 1);
   s.MoveToLast();
   s.MoveToNext();
@@ -164,15 +167,15 @@ TYPED_TEST(SequenceTest, FindClampsTheRangeAndReturnsTheFirstHit) {
 TYPED_TEST(SequenceTest, FindAllPushesAscendingAndCountsWhatTheQueueHolds) {
   using E = typename TestFixture::E;
   const auto s = this->Make({0, 5, 1, 5});
-  VectorQuene hits;
+  ZtListQuene<ZtLong> hits;
   EXPECT_EQ(s.Find(E(5), hits, 0, -1), 2);
-  EXPECT_EQ(hits.items(), (std::vector<ZtLong>{1, 3}));
+  EXPECT_EQ(Items(hits), (std::vector<ZtLong>{1, 3}));
   EXPECT_EQ(s.Find(E(5), hits, 0, -7), 2);  // -7 is an empty range, not the end
   EXPECT_EQ(s.Find(E(9), hits), 2);
   EXPECT_EQ(s.Find(E(5), hits, 2, 99), 3);
-  VectorQuene bounded(1);
+  ZtListQuene<ZtLong> bounded(1);
   EXPECT_EQ(s.Find(E(5), bounded), 1);  // the refused index is lost
-  EXPECT_EQ(bounded.items(), (std::vector<ZtLong>{1}));
+  EXPECT_EQ(Items(bounded), (std::vector<ZtLong>{1}));
 }
 
 TYPED_TEST(SequenceTest, CursorSearchesAndDeletionByValue) {
@@ -239,7 +242,7 @@ TYPED_TEST(SequenceTest, SortIntoKeepsOrderAndArrivalOfEquals) {
   EXPECT_EQ(one.GetCur(), 1);
 }
 
-TYPED_TEST(SequenceTest, ReverseSwapsThroughTheGrowingSubscript) {
+TYPED_TEST(SequenceTest, ReverseSwapsThroughTheGrowingSubscriptAndSortOrders) {
   using E = typename TestFixture::E;
   auto s = this->Make({1, 2, 3, 4, 5});
   s.Reverse(0, -1);
@@ -254,7 +257,11 @@ TYPED_TEST(SequenceTest, ReverseSwapsThroughTheGrowingSubscript) {
   s.Reverse(-2, 1);
   EXPECT_EQ(Values(s), this->V({5, 2, 3, 4, 1}));
   EXPECT_EQ(s.GetCur(), 0);
-  s.Reverse(4, 5);  // extends to 6 elements, then swaps
+  s.MoveTo(1);
+  s.Sort(false);
+  EXPECT_EQ(Values(s), this->V({5, 4, 3, 2, 1}));
+  EXPECT_EQ(s.GetCur(), this->kIsList ? -1 : 1);  // a list's sorts end off the list
+  s.Reverse(4, 5);                                // extends to 6 elements, then swaps
   EXPECT_EQ(s.GetLength(), 6);
   EXPECT_EQ(s[5], E(1));
 }

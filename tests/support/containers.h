@@ -1,7 +1,7 @@
 // tests/support/containers.h
 //
 // Helpers for container tests: building a sequence from a list of values, reading it back, a
-// plain hit queue over std::vector, and the state snapshots the strong-guarantee checks compare.
+// reader for hit queues, and the state snapshots the strong-guarantee checks compare.
 #ifndef ZT_TESTS_SUPPORT_CONTAINERS_H_
 #define ZT_TESTS_SUPPORT_CONTAINERS_H_
 
@@ -15,6 +15,7 @@
 #include "zt/containers/array.h"
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/dyn_array_base.h"
+#include "zt/containers/list_quene.h"
 #include "zt/containers/quene.h"
 
 namespace zt::test {
@@ -50,40 +51,12 @@ Seq& Fill(Seq& s, std::initializer_list<T> values) {
   return s;
 }
 
-/// A hit queue over std::vector; with a limit it refuses pushes beyond it.
-class VectorQuene : public ZtQuene<ZtLong> {
- public:
-  explicit VectorQuene(ZtLong limit = -1) : m_limit(limit) {}
-  void Clear() override { m_items.clear(); }
-  ZtLong GetCount() const override { return static_cast<ZtLong>(m_items.size()); }
-  ZtLong& operator[](ZtLong i) override { return m_items.at(static_cast<std::size_t>(i)); }
-  bool GetHead(ZtLong& out) override {
-    if (m_items.empty()) return false;
-    out = m_items.front();
-    return true;
-  }
-  bool GetTail(ZtLong& out) override {
-    if (m_items.empty()) return false;
-    out = m_items.back();
-    return true;
-  }
-  bool Push(const ZtLong& v) override {
-    if (m_limit >= 0 && GetCount() >= m_limit) return false;
-    m_items.push_back(v);
-    return true;
-  }
-  bool Pop(ZtLong& out) override {
-    if (m_items.empty()) return false;
-    out = m_items.front();
-    m_items.erase(m_items.begin());
-    return true;
-  }
-  const std::vector<ZtLong>& items() const { return m_items; }
-
- private:
-  std::vector<ZtLong> m_items;
-  ZtLong m_limit;
-};
+/// The queued indices of a hit queue, head first.
+inline std::vector<ZtLong> Items(ZtQuene<ZtLong>& q) {
+  std::vector<ZtLong> out(static_cast<std::size_t>(q.GetCount()));
+  for (std::size_t i = 0; i < out.size(); ++i) out[i] = q[static_cast<ZtLong>(i)];
+  return out;
+}
 
 /// Everything observable about a dynamic array: length, capacity, cursor, unit, buffer, contents.
 template <class T>
@@ -112,6 +85,7 @@ class IndexProbe : public L {
   using L::L;
   std::vector<const void*> Index() const {
     std::vector<const void*> entries;
+    entries.reserve(static_cast<std::size_t>(this->m_groupIndex.GetLength()));
     for (ZtLong k = 0; k < this->m_groupIndex.GetLength(); ++k) {
       entries.push_back(this->m_groupIndex.GetAt(k));
     }

@@ -11,30 +11,21 @@
 namespace zt::test {
 namespace {
 
-TEST(FaultInjection, FailsExactlyTheArmedAllocation) {
-  std::unique_ptr<int> first;
-  std::unique_ptr<int> second;
-  FailureScope scope(2);
-  first = std::make_unique<int>(1);
-  EXPECT_FALSE(AllocationFailed());
-  EXPECT_THROW(second = std::make_unique<int>(2), std::bad_alloc);
-  EXPECT_TRUE(AllocationFailed());
-  second = std::make_unique<int>(3);  // the trap fires once
-  EXPECT_EQ(*second, 3);
-}
-
-TEST(FaultInjection, CountsLiveAllocations) {
+TEST(FaultInjection, FailsExactlyTheArmedAllocationAndCountsLiveOnes) {
   const long live = LiveAllocations();
   void* p = ::operator new[](16);  // a direct call: new-expressions may be elided
   EXPECT_EQ(LiveAllocations(), live + 1);
   ::operator delete[](p);
   EXPECT_EQ(LiveAllocations(), live);
-}
-
-TEST(FaultInjection, NothrowNewReturnsNullWhenArmed) {
-  FailureScope scope(1);
-  int* p = new (std::nothrow) int(5);
-  EXPECT_EQ(p, nullptr);
+  FailureScope scope(2);
+  auto first = std::make_unique<int>(1);
+  EXPECT_FALSE(AllocationFailed());
+  EXPECT_THROW(first = std::make_unique<int>(2), std::bad_alloc);
+  EXPECT_TRUE(AllocationFailed());
+  first = std::make_unique<int>(3);  // the trap fires once
+  EXPECT_EQ(*first, 3);
+  FailAllocationAt(1);
+  EXPECT_EQ(new (std::nothrow) int(5), nullptr);
 }
 
 // ZtDynArray<char> is compiled into the library: its growth allocates inside libzt.so or zt.dll.

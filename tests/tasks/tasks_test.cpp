@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -109,12 +110,32 @@ TEST_F(TasksTest, CopiesShareTasksAndDeleteEachOnce) {
   EXPECT_EQ(g_destroyed, 2);
 }
 
+TEST_F(TasksTest, ACopyOutlivingItsSourceDeletesTheSharedTasks) {
+  auto source = std::make_unique<ZtParallelTasks>();
+  source->AddTask(new Step('a'));
+  ZtParallelTasks copy(*source);
+  source.reset();
+  EXPECT_EQ(g_destroyed, 0);
+  copy.Run();
+  copy.Clear();
+  EXPECT_EQ(g_log, "a");
+  EXPECT_EQ(g_destroyed, 1);
+}
+
+TEST_F(TasksTest, AddTaskThatCannotAllocateLeavesTheSet) {
+  ZtParallelTasks set;
+  auto* task = new Step('a');
+  zt::test::ExpectStrongGuarantee(
+      set, [task](auto& x) { x.AddTask(task); },
+      [](const ZtParallelTasks& x) { return x.GetLength(); });
+  EXPECT_EQ(set[0], task);
+}
+
 TEST_F(TasksTest, FailedCopyLeavesTheSetAndTheSharesAsTheyWere) {
   {
     ZtParallelTasks set;
     for (char c : {'a', 'b', 'c'}) set.AddTask(new Step(c));
-    ZtParallelTasks target(set);  // the sharing registry's table now exists
-    target.Clear();
+    ZtParallelTasks target;
     target.AddTask(new Step('t'));
     zt::test::ExpectStrongGuarantee(
         target, [&set](auto& x) { x = set; }, [](const ZtParallelTasks& x) { return x[0]; });

@@ -78,8 +78,7 @@ TYPED_TEST(StringTest, GrowthIsExactAndPrintingKeepsItsBuffer) {
 
 TYPED_TEST(StringTest, EditingMembersMoveTheRightCharacters) {
   using S = typename TestFixture::S;
-  const auto M = [](const char* t) { return Str<TypeParam>(t); };
-  const auto xy = M("XY");
+  const auto xy = this->M("XY");
   const TypeParam x('x');
   this->ExpectEdits({
       {"abcdef", [](S& s) { s.Del(1, 3); }, "aef", 7},
@@ -192,11 +191,11 @@ TYPED_TEST(StringTest, FindsTheFirstAndEveryNonOverlappingOccurrence) {
   EXPECT_EQ(s.Find(bc, 2), 4);
   EXPECT_EQ(s.Find(bc, 2, 4), -1);  // the occurrence at 4 ends at 5
   EXPECT_EQ(s.Find(typename TestFixture::S()), -1);
-  VectorQuene hits;
+  ZtListQuene<ZtLong> hits;
   EXPECT_EQ(this->M("aaaa").Find(this->M("aa"), hits), 2);
   EXPECT_EQ(this->M("aaaaa").Find(this->M("aa"), hits, 1, 3), 3);  // earlier hits count
   EXPECT_EQ(s.Find(typename TestFixture::S(), hits), -1);
-  EXPECT_EQ(hits.items(), (std::vector<ZtLong>{0, 2, 1}));
+  EXPECT_EQ(Items(hits), (std::vector<ZtLong>{0, 2, 1}));
   auto out = this->M("keep");
   EXPECT_EQ(s.FindEx(bc, out, 1), -1);
   EXPECT_EQ(Text(out), "keep");
@@ -222,9 +221,9 @@ TYPED_TEST(StringTest, SearchAgreesWithAPlainScanOnEverySmallText) {
                at = text.find(pattern, at + m)) {
             expected.push_back(static_cast<ZtLong>(at));
           }
-          VectorQuene hits;
+          ZtListQuene<ZtLong> hits;
           s.Find(this->M(pattern.c_str()), hits);
-          ASSERT_EQ(hits.items(), expected) << text << " / " << pattern;
+          ASSERT_EQ(Items(hits), expected) << text << " / " << pattern;
           ASSERT_EQ(s.Find(this->M(pattern.c_str())), expected.empty() ? -1 : expected[0]);
         }
       }

@@ -173,7 +173,7 @@ void ZtDynPArray<T>::SetLength(ZtLong n, bool keep) {
   } else if (n > old) {
     Base::SetLength(n, true);
     for (ZtLong i = old; i < n; ++i) this->m_data[i] = nullptr;
-  } else if (n < old) {
+  } else {  // also at the same length: the capacity still becomes exactly n
     for (ZtLong i = n; i < old; ++i) {
       delete this->m_data[i];
       this->m_data[i] = nullptr;

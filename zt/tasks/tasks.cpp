@@ -16,37 +16,38 @@ bool ZtParallelTask::Start() {
 
 namespace {
 
-// How many more sets hold a task beyond the first, for the tasks shared by copying a set. Built
-// when the library is loaded and destroyed when it is unloaded; a set destroyed after that finds
-// no registry and treats its tasks as its own.
-class ExtraOwners {
- public:
-  ExtraOwners() { s_instance = this; }
-  ExtraOwners(const ExtraOwners&) = delete;
-  ExtraOwners& operator=(const ExtraOwners&) = delete;
-  ~ExtraOwners() { s_instance = nullptr; }
-  static std::unordered_map<const ZtParallelTask*, long>* Get() {
-    return s_instance != nullptr ? &s_instance->m_counts : nullptr;
-  }
+// How many more sets hold a task beyond the first, for the tasks shared by copying a set. The
+// table exists only while some task is shared: built by the first share, freed when the last
+// share ends. No static object is involved, so sets that are clients' static objects share and
+// let go correctly whenever they are built or destroyed. The pointer is constant-initialised.
+using ShareTable = std::unordered_map<const ZtParallelTask*, std::size_t>;
+ShareTable* g_shares = nullptr;
 
- private:
-  static ExtraOwners* s_instance;  // constant-initialised: valid before and after the object
-  std::unordered_map<const ZtParallelTask*, long> m_counts;
-};
-ExtraOwners* ExtraOwners::s_instance = nullptr;
-ExtraOwners g_extraOwners;
+void FreeTableIfUnused() {
+  if (g_shares != nullptr && g_shares->empty()) {
+    delete g_shares;
+    g_shares = nullptr;
+  }
+}
 
 void Share(const ZtParallelTask* task) {
-  if (auto* counts = ExtraOwners::Get()) ++(*counts)[task];
+  if (g_shares == nullptr) g_shares = new ShareTable;
+  try {
+    ++(*g_shares)[task];
+  } catch (...) {
+    FreeTableIfUnused();
+    throw;
+  }
 }
 
 // Drops one owner of `task`; deletes it when that was the last one.
 void LetGo(ZtParallelTask* task) {
   if (task == nullptr) return;
-  if (auto* counts = ExtraOwners::Get()) {
-    const auto it = counts->find(task);
-    if (it != counts->end()) {
-      if (--it->second == 0) counts->erase(it);
+  if (g_shares != nullptr) {
+    const auto it = g_shares->find(task);
+    if (it != g_shares->end()) {
+      if (--it->second == 0) g_shares->erase(it);
+      FreeTableIfUnused();
       return;
     }
   }

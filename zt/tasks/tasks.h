@@ -12,7 +12,8 @@
 // pointers, never the tasks: the copy and its source then share those tasks, and each shared task
 // is deleted once, by whichever set lets go of it last. Null entries are skipped by Run and
 // Clear. Execute may add tasks to or clear the set that is running it: Run then goes on with
-// whatever entries follow the current position.
+// whatever entries follow the current position. Clearing deletes the running task as well, so
+// its Execute must not touch its own object afterwards.
 //
 // IsOS64, IsWow64 and CheckGpu answer 1, 0 and false for the library's 64-bit build.
 #ifndef ZT_TASKS_TASKS_H_

@@ -1,0 +1,247 @@
+// tests/containers/owning_test.cpp
+//
+// ZtDynPArray, ZtPDList and ZtPXList through one set of typed tests: which calls delete objects
+// and which hand them back, empty places, searches and sorts by object, and copies that own
+// clones. No object may be leaked or lost by any test; the grouped list runs with groups of two.
+#include <gtest/gtest.h>
+
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "tests/support/containers.h"
+#include "tests/support/fault_injection.h"
+#include "tests/support/tracked.h"
+#include "zt/containers/dyn_parray.h"
+#include "zt/containers/pdlist.h"
+#include "zt/containers/pxlist.h"
+
+namespace zt::test {
+namespace {
+
+using Ints = std::vector<int>;
+
+class GroupedOwning : public IndexProbe<ZtPXList<Tracked>> {
+ public:
+  explicit GroupedOwning(ZtLong n = 0) : IndexProbe<ZtPXList<Tracked>>(n, 2) {}
+};
+
+template <class Owning>
+class OwningTest : public ::testing::Test {
+ protected:
+  static constexpr bool kIsList = !std::is_same_v<Owning, ZtDynPArray<Tracked>>;
+  void TearDown() override { EXPECT_EQ(Tracked::Live(), m_live) << "objects leaked or lost"; }
+  /// A container of new objects with these values; -1 makes an empty place.
+  static Owning Make(std::initializer_list<int> values) {
+    Owning o;
+    for (int v : values) o.Append(v < 0 ? nullptr : new Tracked(v));
+    return o;
+  }
+  /// The objects' values, with -1 for an empty place.
+  static Ints Objects(const Owning& o) {
+    Ints out;
+    for (Tracked* p : Values(o)) out.push_back(p != nullptr ? p->value() : -1);
+    return out;
+  }
+  /// The grouped list's index and the lists' back links agree with the walk from the head.
+  static void Check(Owning& o) {
+    if constexpr (std::is_same_v<Owning, GroupedOwning>) {
+      ExpectIndexExact(o);
+    } else if constexpr (kIsList) {
+      EXPECT_EQ(BackwardValues(o), Values(o));
+    }
+  }
+  /// The cursor after stepping past the last element.
+  static ZtLong End(ZtLong length) { return kIsList ? -1 : length; }
+  long m_live = Tracked::Live();
+};
+using OwningTypes = ::testing::Types<ZtDynPArray<Tracked>, ZtPDList<Tracked>, GroupedOwning>;
+TYPED_TEST_SUITE(OwningTest, OwningTypes);
+
+TYPED_TEST(OwningTest, EmptyPlacesAreReusedReleaseDeletesTakeOffHandsBack) {
+  auto o = this->Make({1, -1, 2, 3});
+  EXPECT_EQ(Both(o.GetDataNum(), o.GetLength()), Both(3, 4));
+  for (ZtLong i : {1, 4, -1}) EXPECT_TRUE(o.IsEmptyData(i)) << i;
+  const long live = Tracked::Live();
+  o.Release(1);  // empty already: nothing happens
+  o.Release(2);
+  EXPECT_EQ(Tracked::Live(), live - 1);
+  EXPECT_EQ(o.PlaceIn(new Tracked(7)), 1);
+  EXPECT_EQ(o.PlaceIn(new Tracked(8)), 2);
+  EXPECT_EQ(o.PlaceIn(new Tracked(9)), 4);
+  EXPECT_EQ(o.GetCur(), 4);
+  EXPECT_EQ(this->Objects(o), (Ints{1, 7, 8, 3, 9}));
+  EXPECT_EQ(Both(o(1).value(), o.GetPData(4).value()), Both(7, 9));
+  o.MoveTo(9);
+  EXPECT_EQ(o.TakeOffCur(), nullptr);
+  EXPECT_TRUE(o.IsCurEmpty());
+  Tracked* head = o.TakeOffHead();  // the caller's now
+  EXPECT_EQ(head->value(), 1);
+  delete head;
+  // A list removes the node, an array leaves an empty slot.
+  EXPECT_EQ(this->Objects(o), this->kIsList ? (Ints{7, 8, 3, 9}) : (Ints{-1, 7, 8, 3, 9}));
+  o.ReleaseAll();
+  EXPECT_EQ(this->Objects(o), Ints(this->kIsList ? 4 : 5, -1));
+  EXPECT_EQ(o.GetCur(), this->End(5));
+  this->Check(o);
+  EXPECT_EQ(TypeParam().TakeOffHead(), nullptr);
+}
+
+TYPED_TEST(OwningTest, RemovalDeletesOnlyTheRemovedObject) {
+  auto o = this->Make({1, -1, 2, 3, 4});
+  o.MoveTo(1);
+  o.DelCur();  // an empty place: nothing to delete
+  EXPECT_EQ(o.GetCur(), 0);
+  o.DelCur();
+  EXPECT_EQ(o.GetCur(), -1);
+  o.DelTail();
+  EXPECT_EQ(this->Objects(o), (Ints{2, 3}));
+  EXPECT_TRUE(o.Move(0, 2));
+  EXPECT_EQ(this->Objects(o), (Ints{3, 2}));
+  EXPECT_EQ(o.GetCur(), 1);
+  o.SetLength(4, true);
+  o.SetLength(1, true);
+  EXPECT_EQ(this->Objects(o), (Ints{3}));
+  if constexpr (!TestFixture::kIsList) {
+    o.ReAllocate(3);  // pads with empty slots
+    o.DecreaseSize(2);
+    EXPECT_EQ(this->Objects(o), (Ints{3}));
+  }
+  o.SetLength(2, false);  // deletes every object first
+  EXPECT_EQ(this->Objects(o), (Ints{-1, -1}));
+  this->Check(o);
+  o.PlaceIn(new Tracked(5));
+  o.Reset();
+}
+
+TYPED_TEST(OwningTest, SearchesAndSortedInsertionCompareObjects) {
+  auto o = this->Make({3, 1, 3, -1, 3});
+  ZtListQuene<ZtLong> hits;
+  EXPECT_EQ(o.FindData(Tracked(3), 1, -1), 2);
+  EXPECT_EQ(o.FindData(Tracked(3), hits, 1, -1), 2);
+  EXPECT_EQ(Items(hits), (std::vector<ZtLong>{2, 4}));
+  if constexpr (TestFixture::kIsList) {
+    EXPECT_TRUE(o.FindDataTo(Tracked(3), 1));
+    EXPECT_EQ(o.GetCur(), 2);
+    EXPECT_FALSE(o.FindDataTo(Tracked(1), 2, 3));
+    EXPECT_EQ(o.FindDataOrAppend(Tracked(1)), 1);
+    EXPECT_EQ(o.FindDataOrAppend(Tracked(8)), 5);  // a clone joins the list
+    o.FindDataOrInsertHead(Tracked(0));
+  } else {
+    o.Append(new Tracked(8));
+    o.InsertHead(new Tracked(0));
+  }
+  EXPECT_EQ(o.FindDataDel(Tracked(3)), 3);
+  EXPECT_EQ(this->Objects(o), (Ints{0, 1, -1, 8}));
+  o.Sort(true);
+  EXPECT_EQ(this->Objects(o), (Ints{0, 1, 8, -1}));
+  o.DelTail();
+  EXPECT_EQ(Both(o.BFindData(Tracked(8)), o.BFindData(Tracked(2))), Both(2, -1));
+  EXPECT_FALSE(o.BFindDataTo(Tracked(2)));
+  EXPECT_EQ(o.GetCur(), 2);
+  EXPECT_FALSE(o.BFindDataTo(Tracked(9)));
+  EXPECT_EQ(o.GetCur(), this->End(3));  // past the end: InsertCur appends
+  auto* dup = new Tracked(1);
+  EXPECT_FALSE(o.SortInto(dup, false));  // refused: the caller keeps it
+  EXPECT_TRUE(o.SortInto(dup, true));
+  EXPECT_EQ(o.GetCur(), 2);  // after the equal object
+  EXPECT_TRUE(o.SortInto(new Tracked(9), false));
+  EXPECT_EQ(this->Objects(o), (Ints{0, 1, 1, 8, 9}));
+  EXPECT_EQ(o.FindDel(dup), 1);
+  EXPECT_EQ(o.FindDel(dup), 0);  // compares the pointer, never dereferences it
+  this->Check(o);
+}
+
+TYPED_TEST(OwningTest, SortsAndMovesNeverDeleteWhatTheyMove) {
+  auto o = this->Make({-1, 3, 1, -1, 2});
+  o.Sort(false);
+  EXPECT_EQ(this->Objects(o), (Ints{3, 2, 1, -1, -1}));
+  o.Sort([](const Tracked& a, const Tracked& b) { return a.value() - b.value(); });
+  EXPECT_EQ(this->Objects(o), (Ints{1, 2, 3, -1, -1}));
+  o.Sort([](Tracked* const& a, Tracked* const& b) { return a == nullptr ? -1 : (b == nullptr); });
+  EXPECT_EQ(this->Objects(o), (Ints{-1, -1, 1, 2, 3}));
+  EXPECT_TRUE(o.Move(4, 0));
+  EXPECT_EQ(this->Objects(o), (Ints{3, -1, -1, 1, 2}));
+  this->Check(o);
+  EXPECT_TRUE(this->Make({-1, 4}) == this->Make({-1, 4}));
+  EXPECT_TRUE(this->Make({4, -1}) != this->Make({-1, 4}));
+  EXPECT_TRUE(this->Make({-1, 4}) != this->Make({-1, 5}));
+}
+
+TYPED_TEST(OwningTest, CopiesOwnClonesOfTheirOwn) {
+  auto o = this->Make({1, -1, 2});
+  TypeParam copy(o);
+  EXPECT_EQ(this->Objects(copy), this->Objects(o));
+  EXPECT_NE(copy[0], o[0]);
+  copy = this->Make({7, 8, 9, 10});
+  copy << o;
+  const auto& alias = copy;
+  copy = alias;
+  EXPECT_EQ(this->Objects(copy), (Ints{7, 8, 9, 10, 1, -1, 2}));
+  this->Check(copy);
+  o.Mid(0, 1, copy);
+  EXPECT_EQ(this->Objects(copy), (Ints{1, -1}));
+  o.Right(1, o);
+  EXPECT_EQ(this->Objects(o), (Ints{2}));
+  ZtDynArray<Tracked*> view;
+  o.Left(1, view);  // a plain pointer array borrows: nothing cloned
+  EXPECT_EQ(view[0], o[0]);
+}
+
+TYPED_TEST(OwningTest, FailedInsertionsLeaveTheContainerUnchanged) {
+  const auto state = [](const TypeParam& x) {
+    if constexpr (TestFixture::kIsList) {
+      return std::make_pair(Values(x), x.GetCur());
+    } else {
+      return DynArrayState<Tracked*>(x);
+    }
+  };
+  const auto onFull = [&](auto op) {
+    TypeParam o(TestFixture::kIsList ? 0 : 3);  // an array is full after three appends
+    for (int v : {1, 2, 3}) o.Append(new Tracked(v));
+    o.MoveTo(1);
+    ExpectStrongGuarantee(o, op, state);
+  };
+  onFull([](auto& x) { x.Append(nullptr); });
+  onFull([](auto& x) { x.Move(2, 0); });
+  onFull([](auto& x) { x.PlaceIn(nullptr); });
+  onFull([](auto& x) { const std::decay_t<decltype(x)> copy(x); });  // a failed copy leaks no clone
+  if constexpr (TestFixture::kIsList) onFull([](auto& x) { x.FindDataOrAppend(Tracked(5)); });
+}
+
+// A polymorphic element: copies must keep the dynamic class.
+struct Shape {
+  Shape() = default;
+  Shape(const Shape&) = default;
+  Shape& operator=(const Shape&) = default;
+  virtual ~Shape() = default;
+  virtual Shape* Clone() const { return new Shape(*this); }
+  virtual int Corners() const { return 0; }
+  bool operator==(const Shape& o) const { return Corners() == o.Corners(); }
+  bool operator!=(const Shape& o) const { return !(*this == o); }
+  bool operator<(const Shape& o) const { return Corners() < o.Corners(); }
+  bool operator>(const Shape& o) const { return Corners() > o.Corners(); }
+};
+struct Square : Shape {
+  Shape* Clone() const override { return new Square(*this); }
+  int Corners() const override { return 4; }
+};
+
+TEST(DynPArray, CopiesCloneThroughTheVirtualClone) {
+  ZtDynPArray<Shape> shapes;
+  shapes << new Square << new Shape;
+  const ZtDynPArray<Shape> copy(shapes);
+  EXPECT_EQ(Both(copy[0]->Corners(), copy[1]->Corners()), Both(4, 0));
+  EXPECT_NE(copy[0], shapes[0]);
+}
+
+TEST(DynPArray, SetSpaceSizeToTheLengthDropsTheSpareSlots) {
+  ZtDynPArray<Tracked> a(10);
+  a.Append(new Tracked(1));
+  EXPECT_TRUE(a.SetSpaceSize(1));
+  EXPECT_EQ(Both(a.GetSpaceSize(), a.GetLength()), Both(1, 1));
+  EXPECT_EQ(a[0]->value(), 1);
+}
+
+}  // namespace
+}  // namespace zt::test
