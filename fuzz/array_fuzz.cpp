@@ -2,10 +2,8 @@
 //
 // ZtDynArray<int> and ZtDynPArray<int> against a std::vector<int> with the cursor and the
 // capacity that the growth rule gives (a grown buffer holds the new length plus the allocation
-// unit; copies, SetLength, SetSpaceSize, Attach and whole-sequence appends size it exactly). In the
-// owning array -1 stands for an empty slot. The first input byte picks the class.
-#include <algorithm>
-
+// unit; copies, SetLength, SetSpaceSize and Attach size it exactly). The first byte picks the
+// class.
 #include "fuzz/driver.h"
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/dyn_parray.h"
@@ -13,246 +11,84 @@
 namespace {
 
 using zt::fuzz::Input;
-
-struct Plain {
-  using Array = ZtDynArray<int>;
-  static int Make(int v) { return v < 0 ? 0 : v; }
-  static int Get(int e) { return e; }
-  static void Drop(int /*e*/) {}
-};
-
-struct Owning {
-  using Array = ZtDynPArray<int>;
-  static int* Make(int v) { return v < 0 ? nullptr : new int(v); }
-  static int Get(const int* e) { return e != nullptr ? *e : -1; }
-  static void Drop(const int* e) { delete e; }
-};
+using zt::fuzz::Same;
 
 template <class K>
-class Run {
- public:
-  explicit Run(Input& in) : Run(in.In(0, 5), in.In(0, 4)) {}
-  Run(ZtLong space, ZtLong unit) : m_a(space, unit), m_cap(space), m_unit(unit) {}
-
-  void Step(Input& in, uint8_t op) {
-    if (m_v.size() > 200) Reset();
-    const auto n = static_cast<ZtLong>(m_v.size());
-    const int x = static_cast<int>(in.In(kOwning ? -1 : 0, 7));
-    switch (op % 19) {
-      case 0:
-        Put(n, x, [&] { ZT_FUZZ_CHECK(m_a.Append(K::Make(x)) == n); });
-        break;
-      case 1: {
-        const ZtLong i = in.In(0, n);
-        Put(i, x, [&] { m_a.Insert(i, K::Make(x)); });
-        break;
-      }
-      case 2:
-        Put(0, x, [&] { m_a.InsertHead(K::Make(x)); });
-        break;
-      case 3: {
-        const ZtLong i = in.In(0, n);
-        m_a.MoveTo(i);
-        Put(i, x, [&] { m_a.InsertCur(K::Make(x)); });
-        break;
-      }
-      case 4: {  // an invalid index leaves the cursor there and removes nothing
-        const ZtLong i = in.Index(n);
-        m_a.Del(i);
-        m_cur = i;
-        if (i >= 0 && i < n) Erase(i);
-        break;
-      }
-      case 5: {
-        const ZtLong from = in.Index(n), to = in.Index(n);
-        const bool moves =
-            from != to && from != to - 1 && from >= 0 && from < n && to >= 0 && to <= n;
-        ZT_FUZZ_CHECK(m_a.Move(from, to) == moves);
-        if (!moves) break;
-        if (n + 1 > m_cap) m_cap = n + 1 + m_unit;  // the copy is inserted before the original goes
-        const int v = m_v[static_cast<size_t>(from)];
-        m_v.insert(m_v.begin() + to, v);
-        m_v.erase(m_v.begin() + (from > to ? from + 1 : from));
-        m_cur = from > to ? to : to - 1;
-        break;
-      }
-      case 6: {
-        if (n == 0) break;
-        const ZtLong i = in.Valid(n), j = in.Valid(n);
-        m_a.Exchange(i, j);
-        std::swap(m_v[static_cast<size_t>(i)], m_v[static_cast<size_t>(j)]);
-        m_cur = i;
-        break;
-      }
-      case 7: {
-        if (n == 0) break;
-        const ZtLong from = in.Valid(n), to = in.Bool() ? -1 : in.In(from, n - 1);
-        m_a.Reverse(from, to);
-        const ZtLong last = to < 0 ? n - 1 : to, count = (last - from + 1) / 2;
-        std::reverse(m_v.begin() + from, m_v.begin() + last + 1);
-        if (count > 0) m_cur = last - count + 1;
-        break;
-      }
-      case 8: {
-        const bool up = in.Bool();
-        m_a.Sort(up);
-        std::stable_sort(m_v.begin(), m_v.end(), [up](int p, int q) {
-          return q < 0 ? p >= 0 : (p >= 0 && (up ? p < q : p > q));
-        });
-        break;
-      }
-      case 9:
-        SortInto(x, in.Bool());
-        break;
-      case 10: {  // the owning array's SetLength(length, true) leaves even the capacity alone
-        const ZtLong space = in.In(0, n + 12);
-        ZT_FUZZ_CHECK(m_a.SetSpaceSize(space) == (space >= n));
-        if (space > n || (space == n && !kOwning)) m_cap = space;
-        break;
-      }
-      case 11: {  // a plain array's new elements are unspecified: only the owning one grows here
-        const ZtLong k = in.In(0, kOwning ? n + 3 : n);
-        m_a.SetLength(k, true);
-        if (kOwning && k == n) break;
-        m_v.resize(static_cast<size_t>(k), -1);
-        m_cap = k;
-        break;
-      }
-      case 12:
-        m_unit = in.In(0, 12);
-        m_a.SetAllocUnit(m_unit);
-        break;
-      case 13:
-        m_a.Reset();
-        m_v.clear();
-        m_cur = -1;
-        break;
-      case 14: {
-        const ZtLong from = in.Index(n), to = in.Index(n);
-        ZT_FUZZ_CHECK(Find(x, from, to) == ModelFind(x, from, to));
-        break;
-      }
-      case 15: {
-        const auto count = static_cast<ZtLong>(std::count(m_v.begin(), m_v.end(), x));
-        ZT_FUZZ_CHECK(FindDel(x) == (x < 0 ? 0 : count));
-        if (x >= 0) m_v.erase(std::remove(m_v.begin(), m_v.end(), x), m_v.end());
-        ZT_FUZZ_CHECK(m_a.IsOut());
-        m_cur = m_a.GetCur();
-        break;
-      }
-      case 16: {  // a copy is exact-size with the default unit and its cursor at the end
-        const typename K::Array copy(m_a);
-        zt::fuzz::ExpectSequence(copy, m_v, n, [](auto e) { return K::Get(e); });
-        ZT_FUZZ_CHECK(copy.GetSpaceSize() == n && copy.GetAllocUnit() == 10);
-        break;
-      }
-      case 17: {  // the growing subscript (the owning array fills the gap with empty slots)
-        const ZtLong i = kOwning ? in.In(n, n + 3) : n;
-        Grow(i + 1);
-        m_a[i] = K::Make(x);
-        m_v[static_cast<size_t>(i)] = x;
-        m_cur = i;
-        break;
-      }
-      case 18: {
-        auto* buffer = m_a.Detach();
-        ZT_FUZZ_CHECK(m_a.GetLength() == 0 && m_a.GetCur() == -1 && m_a.GetSpaceSize() == 0);
-        m_a.Attach(n, buffer);  // keeps the cursor Detach left at -1
-        m_cap = n;
-        m_cur = -1;
-        break;
-      }
-      default:
-        break;
-    }
-    Check();
+struct World : zt::fuzz::Args<K> {
+  explicit World(Input& in) : unit(in.In(0, 4)), cap(in.In(0, 5)), a(cap, unit) {}
+  void Draw(Input& in) {
+    if (a.Size() > 200) a.Clear();
+    this->DrawArgs(in, a);
+    at = this->k % (this->n + 1);
   }
-
-  void Check() {
-    zt::fuzz::ExpectSequence(m_a, m_v, m_cur, [](auto e) { return K::Get(e); });
-    ZT_FUZZ_CHECK(m_a.GetSpaceSize() == m_cap && m_a.GetAllocUnit() == m_unit);
-  }
-
- private:
-  static constexpr bool kOwning = std::is_same_v<K, Owning>;
-
-  void Reset() {
-    m_a.Reset();
-    m_v.clear();
-    m_cur = -1;
-  }
-  // Growth to n elements: new elements are empty slots (-1) until written.
-  void Grow(ZtLong n) {
-    if (n > m_cap) m_cap = n + m_unit;
-    if (n > static_cast<ZtLong>(m_v.size())) m_v.resize(static_cast<size_t>(n), -1);
-  }
-  template <class Insert>
-  void Put(ZtLong i, int x, Insert insert) {
-    insert();
-    Grow(static_cast<ZtLong>(m_v.size()) + 1);
-    m_v.pop_back();
-    m_v.insert(m_v.begin() + i, x);
-    m_cur = i;
-  }
-  void Erase(ZtLong i) {
-    m_v.erase(m_v.begin() + i);
-    m_cur = i - 1;
-  }
-  ZtLong ModelFind(int x, ZtLong from, ZtLong to) const {
-    const auto n = static_cast<ZtLong>(m_v.size());
-    if (to < 0 || to >= n) to = n - 1;
-    if (from < 0 || from >= n || x < 0) return -1;
-    for (ZtLong i = from; i <= to; ++i) {
-      if (m_v[static_cast<size_t>(i)] == x) return i;
-    }
-    return -1;
-  }
-  ZtLong Find(int x, ZtLong from, ZtLong to) const {
-    if constexpr (kOwning) {
-      return m_a.FindData(x, from, to);
-    } else {
-      return m_a.Find(x, from, to);
-    }
-  }
-  ZtLong FindDel(int x) {
-    if constexpr (kOwning) {
-      return m_a.FindDataDel(x);
-    } else {
-      return m_a.FindDel(x);
-    }
-  }
-  // Sorted insertion, tried only on a sorted array without empty slots.
-  void SortInto(int x, bool dup) {
-    if (x < 0 || !std::is_sorted(m_v.begin(), m_v.end()) || (!m_v.empty() && m_v.front() < 0)) {
-      return;
-    }
-    const auto hi = std::upper_bound(m_v.begin(), m_v.end(), x);
-    const bool present = hi != m_v.begin() && *(hi - 1) == x;
-    auto e = K::Make(x);
-    ZT_FUZZ_CHECK(m_a.SortInto(e, dup) == (dup || !present));
-    if (!dup && present) {  // the cursor is on one of the equal run
-      K::Drop(e);
-      ZT_FUZZ_CHECK(K::Get(m_a.GetCurData()) == x);
-      m_cur = m_a.GetCur();
-      return;
-    }
-    const ZtLong i = (dup ? hi : std::lower_bound(m_v.begin(), m_v.end(), x)) - m_v.begin();
-    Grow(static_cast<ZtLong>(m_v.size()) + 1);
-    m_v.pop_back();
-    m_v.insert(m_v.begin() + i, x);
-    m_cur = i;
-  }
-
-  typename K::Array m_a;
-  std::vector<int> m_v;
-  ZtLong m_cur = -1;
-  ZtLong m_cap;
-  ZtLong m_unit;
+  void Grow(ZtLong d) { cap = this->n + d > cap ? this->n + d + unit : cap; }
+  void Check() { a.Check(), Same(a.c.GetSpaceSize(), cap), Same(a.c.GetAllocUnit(), unit); }
+  ZtLong unit, cap, at = 0;  // at: a place to insert, 0..n
+  zt::fuzz::Side<K> a;
 };
+
+template <class K, class W = World<K>>
+std::vector<zt::fuzz::Op<W>> Ops() {
+  return zt::fuzz::SequenceOps<W, K>({
+      {"Insert", [](W& w) { w.Grow(1), w.a.c.Insert(w.at, K::Make(w.x)), w.a.Put(w.at, w.x); }},
+      {"InsertCur",
+       [](W& w) {
+         w.Grow(1), w.a.c.MoveTo(w.at), w.a.c.InsertCur(K::Make(w.x)), w.a.Put(w.at, w.x);
+       }},
+      {"Del",  // an invalid index removes nothing, but the cursor goes there all the same
+       [](W& w) {
+         w.a.c.Del(w.i);
+         w.a.cur = w.i;
+         if (w.a.Has(w.i)) w.a.v.erase(w.a.v.begin() + w.i), w.a.cur = w.i - 1;
+       }},
+      {"Sort", [](W& w) { w.a.c.Sort(w.flag), w.a.Sort(w.flag); }},  // the cursor stays
+      {"SortInto",  // on a sorted array without empty slots; refused on a duplicate unless dup
+       [](W& w) {
+         auto& v = w.a.v;
+         if (w.x < 0 || !std::is_sorted(v.begin(), v.end()) || (w.n > 0 && v[0] < 0)) return;
+         const auto at = w.flag ? std::upper_bound(v.begin(), v.end(), w.x)
+                                : std::lower_bound(v.begin(), v.end(), w.x);
+         const bool adds = w.flag || !std::binary_search(v.begin(), v.end(), w.x);
+         auto e = K::Make(w.x);
+         if (Same(w.a.c.SortInto(e, w.flag), adds)) return w.Grow(1), w.a.Put(at - v.begin(), w.x);
+         K::Drop(e), Same(K::Get(w.a.c.GetCurData()), w.x), w.a.cur = w.a.c.GetCur();
+       }},
+      {"SetSpaceSize",
+       [](W& w) { w.cap = Same(w.a.c.SetSpaceSize(w.k), w.k >= w.n) ? w.k : w.cap; }},
+      {"SetLength",  // a plain array's new elements are unspecified: only an owning one grows
+       [](W& w) {
+         w.cap = w.k % (K::kOwning ? w.n + 4 : w.n + 1);
+         w.a.c.SetLength(w.cap, true), w.a.v.resize(w.cap, -1);
+       }},
+      {"SetAllocUnit", [](W& w) { w.unit = w.k % 13, w.a.c.SetAllocUnit(w.unit); }},
+      {"copy",  // exact-size with the default unit and its cursor at the end
+       [](W& w) {
+         typename K::Box copy(w.a.c);
+         zt::fuzz::ExpectSequence(copy, w.a.v, w.n, [](auto e) { return K::Get(e); });
+         Same(copy.GetSpaceSize(), w.n), Same(copy.GetAllocUnit(), ZtLong{10});
+       }},
+      {"grow by subscript",  // an owning array may skip ahead, filling the gap with empty slots
+       [](W& w) {
+         const ZtLong i = K::kOwning ? w.n + w.k % 4 : w.n;
+         w.Grow(i + 1 - w.n), w.a.c[i] = K::Make(w.x), w.a.cur = i;
+         w.a.v.resize(i + 1, -1), w.a.v.back() = w.x;
+       }},
+      {"Detach and Attach",  // Attach keeps the cursor Detach left at -1
+       [](W& w) {
+         auto* buffer = w.a.c.Detach();
+         Same(w.a.c.GetSpaceSize(), ZtLong{0}), w.a.c.Attach(w.n, buffer), w.cap = w.n,
+                                                                           w.a.cur = -1;
+       }},
+  });
+}
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  using zt::fuzz::Owning;
+  using zt::fuzz::Plain;
+  static const auto kPlain = Ops<Plain<ZtDynArray<int>>>();
+  static const auto kOwning = Ops<Owning<ZtDynPArray<int>>>();
   Input in(data, size);
-  return in.Bool() ? zt::fuzz::Play<Run<Owning>>(in) : zt::fuzz::Play<Run<Plain>>(in);
+  return in.Bool() ? zt::fuzz::Play(in, kOwning) : zt::fuzz::Play(in, kPlain);
 }

@@ -1,18 +1,21 @@
 // fuzz/driver.h
 //
-// What every fuzz target shares: a reader that turns the fuzzer's bytes into operation codes,
-// values and indices, the check that aborts on the first disagreement with the reference model,
-// and the comparison of a cursor sequence with a std::vector model.
+// What every fuzz target shares: a reader that turns the fuzzer's bytes into values and indices,
+// the run loop over a table of named operations (each makes one library call and the same change
+// on a plain reference model), the check that aborts on the first disagreement, and the
+// comparison of a cursor sequence with a std::vector model.
 //
-//   zt::fuzz::Input in(data, size);
-//   while (in.More()) Step(in, in.Byte());   // Step checks the object against its model
+//   static const std::vector<zt::fuzz::Op<World>> kOps = {{"Append", [](World& w) { ... }}, ...};
+//   return zt::fuzz::Play(in, kOps);   // World(in), then per byte: w.Draw(in), op, w.Check()
 #ifndef ZT_FUZZ_DRIVER_H_
 #define ZT_FUZZ_DRIVER_H_
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 #include <vector>
 
 #include "zt/config.h"
@@ -22,8 +25,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace zt::fuzz {
 
+/// The operation running now, named in the failure message.
+inline const char* g_op = "setup";
+
 [[noreturn]] inline void Fail(const char* what, const char* file, int line) {
-  std::fprintf(stderr, "%s:%d: model mismatch: %s\n", file, line, what);
+  std::fprintf(stderr, "%s:%d: model mismatch after %s: %s\n", file, line, g_op, what);
   std::abort();
 }
 
@@ -39,8 +45,6 @@ class Input {
   ZtLong In(ZtLong lo, ZtLong hi) { return lo + static_cast<ZtLong>(Byte() % (hi - lo + 1)); }
   /// An index for a sequence of n elements: mostly valid, sometimes one or two outside.
   ZtLong Index(ZtLong n) { return In(-2, n + 1); }
-  /// A valid index of a non-empty sequence of n elements.
-  ZtLong Valid(ZtLong n) { return n > 0 ? In(0, n - 1) : 0; }
   bool Bool() { return (Byte() & 1) != 0; }
 
  private:
@@ -49,12 +53,36 @@ class Input {
   size_t m_pos = 0;
 };
 
-/// Checks contents walked forward and backward, length and cursor; get(element) gives the value
-/// the model holds for it.
+/// One row of a target's table: a library call and the matching change of the model.
+template <class World>
+struct Op {
+  const char* name;
+  void (*run)(World&);
+};
+
+/// Builds the world from the input's first bytes, then per byte picks an operation, lets the
+/// world draw its arguments, runs it and checks the library against the model.
+template <class World>
+int Play(Input& in, const std::vector<Op<World>>& ops) {
+  g_op = "setup";
+  World w(in);
+  while (in.More()) {
+    const Op<World>& op = ops[in.Byte() % ops.size()];
+    w.Draw(in);
+    g_op = op.name;
+    op.run(w);
+    w.Check();
+  }
+  return 0;
+}
+
+/// Checks contents walked forward and backward, length, cursor and the element at the cursor;
+/// get(element) gives the value the model holds for it.
 template <class T, class V, class Get>
-void ExpectSequence(const ZtDynArrayBase<T>& s, const std::vector<V>& model, ZtLong cur, Get get) {
-  ZT_FUZZ_CHECK(s.GetLength() == static_cast<ZtLong>(model.size()));
-  ZT_FUZZ_CHECK(s.GetCur() == cur);
+void ExpectSequence(ZtDynArrayBase<T>& s, const std::vector<V>& model, ZtLong cur, Get get) {
+  const auto n = static_cast<ZtLong>(model.size());
+  ZT_FUZZ_CHECK(s.GetLength() == n && s.GetCur() == cur);
+  ZT_FUZZ_CHECK(cur < 0 || cur >= n || get(s.GetCurData()) == model[static_cast<size_t>(cur)]);
   size_t i = 0;
   for (const T* p = s.GetFirst(); p != nullptr; p = s.GetNext(p), ++i) {
     ZT_FUZZ_CHECK(i < model.size() && get(*p) == model[i]);
@@ -66,12 +94,136 @@ void ExpectSequence(const ZtDynArrayBase<T>& s, const std::vector<V>& model, ZtL
   ZT_FUZZ_CHECK(i == 0);
 }
 
-/// Builds a Run from the input's first bytes, then feeds it one operation byte at a time.
-template <class Run>
-int Play(Input& in) {
-  Run run(in);
-  while (in.More()) run.Step(in, in.Byte());
-  return 0;
+/// Aborts unless the library's answer equals the model's; gives it back.
+template <class A, class B>
+B Same(A got, B want) {
+  ZT_FUZZ_CHECK(got == want);
+  return want;
+}
+
+// The sequence targets hold small ints; in an owning container -1 stands for an empty slot.
+
+/// A container C of ints by value.
+template <class C>
+struct Plain {
+  using Box = C;
+  static constexpr bool kOwning = false;
+  static int Make(int v) { return v; }
+  static int Get(int e) { return e; }
+  static void Drop(int /*e*/) {}
+  static ZtLong Find(const C& c, int x, ZtLong from, ZtLong to) { return c.Find(x, from, to); }
+  static ZtLong FindDel(C& c, int x) { return c.FindDel(x); }
+};
+
+/// A container C owning its ints through pointers.
+template <class C>
+struct Owning {
+  using Box = C;
+  static constexpr bool kOwning = true;
+  static int* Make(int v) { return v < 0 ? nullptr : new int(v); }
+  static int Get(const int* e) { return e != nullptr ? *e : -1; }
+  static void Drop(const int* e) { delete e; }
+  static ZtLong Find(const C& c, int x, ZtLong from, ZtLong to) { return c.FindData(x, from, to); }
+  static ZtLong FindDel(C& c, int x) { return c.FindDataDel(x); }
+};
+
+/// A sequence `c`, its model `v` and the cursor the model expects, with the rules of the
+/// algorithms every sequence shares.
+template <class K>
+struct Side {
+  template <class... A>
+  explicit Side(A&&... a) : c(std::forward<A>(a)...) {}
+  ZtLong Size() const { return static_cast<ZtLong>(v.size()); }
+  bool Has(ZtLong i) const { return i >= 0 && i < Size(); }
+  int& At(ZtLong i) { return v[static_cast<size_t>(i)]; }
+  void Put(ZtLong at, int x) { v.insert(v.begin() + at, x), cur = at; }
+  void Clear() { c.Reset(), v.clear(), cur = -1; }
+  void Check() {
+    ExpectSequence(c, v, cur, [](auto e) { return K::Get(e); });
+  }
+  // Refused unless `from` is an element and `to` a place other than its own two.
+  bool Move(ZtLong from, ZtLong to) {
+    if (from == to || from == to - 1 || !Has(from) || to < 0 || to > Size()) return false;
+    v.insert(v.begin() + to, At(from)), v.erase(v.begin() + (from > to ? from + 1 : from));
+    return cur = from > to ? to : to - 1, true;
+  }
+  // An invalid end means the last element; the cursor ends on the last pair swapped.
+  void Reverse(ZtLong from, ZtLong to) {
+    const ZtLong last = to < 0 || to >= Size() ? Size() - 1 : to;
+    std::reverse(v.begin() + from, v.begin() + last + 1);
+    if (last > from) cur = last - (last - from + 1) / 2 + 1;
+  }
+  // An invalid end means the last element; an invalid start or an empty slot finds nothing.
+  ZtLong Find(int x, ZtLong from, ZtLong to) {
+    if (to < 0 || to >= Size()) to = Size() - 1;
+    for (ZtLong i = from; x >= 0 && Has(i) && i <= to; ++i) {
+      if (At(i) == x) return i;
+    }
+    return -1;
+  }
+  ZtLong FindDel(int x) {
+    const auto end = x < 0 ? v.end() : std::remove(v.begin(), v.end(), x);
+    const auto count = static_cast<ZtLong>(v.end() - end);
+    return v.erase(end, v.end()), count;
+  }
+  // Stable, empty slots last.
+  void Sort(bool up) {
+    std::stable_sort(v.begin(), v.end(), [up](int p, int q) {
+      return q < 0 ? p >= 0 : (p >= 0 && (up ? p < q : p > q));
+    });
+  }
+
+  typename K::Box c;
+  std::vector<int> v;
+  ZtLong cur = -1;
+};
+
+/// What a sequence operation works on: the side `s`, and arguments drawn before it runs.
+template <class K>
+struct Args {
+  void DrawArgs(Input& in, Side<K>& side) {
+    s = &side, n = side.Size(), i = in.Index(n), j = in.Index(n), k = in.In(0, n + 12);
+    to = j < i || j >= n ? -1 : j;
+    x = static_cast<int>(in.In(K::kOwning ? -1 : 0, 7)), flag = in.Bool();
+  }
+  Side<K>* s = nullptr;
+  ZtLong n = 0, i = 0, j = 0, k = 0, to = -1;  // length; indices that may lie outside; a count;
+                                               // an end at or after i, or -1
+  int x = 0;
+  bool flag = false;
+};
+
+/// A target's own rows followed by those every sequence shares. W::Grow(d) applies the capacity
+/// rule to a growth by d.
+template <class W, class K>
+std::vector<Op<W>> SequenceOps(std::vector<Op<W>> own) {
+  own.insert(
+      own.end(),
+      {
+          {"Append",
+           [](W& w) { w.Grow(1), Same(w.s->c.Append(K::Make(w.x)), w.n), w.s->Put(w.n, w.x); }},
+          {"InsertHead",
+           [](W& w) { w.Grow(1), w.s->c.InsertHead(K::Make(w.x)), w.s->Put(0, w.x); }},
+          {"Move",
+           [](W& w) { Same(w.s->c.Move(w.i, w.j), w.s->Move(w.i, w.j)) ? w.Grow(1) : void(); }},
+          {"Exchange",
+           [](W& w) {
+             if (!w.s->Has(w.i) || !w.s->Has(w.j)) return;
+             w.s->c.Exchange(w.i, w.j), std::swap(w.s->At(w.i), w.s->At(w.j)), w.s->cur = w.i;
+           }},
+          {"Reverse",
+           [](W& w) {
+             w.s->Has(w.i) ? w.s->c.Reverse(w.i, w.to), w.s->Reverse(w.i, w.to) : void();
+           }},
+          {"Find", [](W& w) { Same(K::Find(w.s->c, w.x, w.i, w.j), w.s->Find(w.x, w.i, w.j)); }},
+          {"FindDel",  // the cursor ends out
+           [](W& w) {
+             Same(K::FindDel(w.s->c, w.x), w.s->FindDel(w.x)), ZT_FUZZ_CHECK(w.s->c.IsOut());
+             w.s->cur = w.s->c.GetCur();
+           }},
+          {"Reset", [](W& w) { w.s->Clear(); }},
+      });
+  return own;
 }
 
 }  // namespace zt::fuzz

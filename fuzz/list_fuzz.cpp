@@ -1,11 +1,10 @@
 // fuzz/list_fuzz.cpp
 //
 // ZtList<int>, ZtDList<int>, ZtXList<int> (small groups) and ZtPDList<int> against a std::vector
-// with a cursor: insertions at every place, deletion, cursor walks, splices between two lists,
-// ReverseList, Rotate, Move, Exchange, Reverse, SetLength and the stable sorts. In the owning list
-// -1 stands for an empty place. The first input byte picks the class.
-#include <algorithm>
-
+// with a cursor, two lists at a time for the splices: insertions at every place, deletion, cursor
+// walks, ReverseList, Rotate, SetLength and the stable sorts besides the shared operations. A
+// grouped list that rebuilds its index lands on its last group's start. The first byte picks the
+// class.
 #include "fuzz/driver.h"
 #include "zt/containers/dlist.h"
 #include "zt/containers/list.h"
@@ -15,252 +14,129 @@
 namespace {
 
 using zt::fuzz::Input;
+using zt::fuzz::Same;
 
-template <class L>
-struct Plain {
-  using List = L;
+template <class K>
+struct World : zt::fuzz::Args<K> {
+  using L = typename K::Box;
+  using Side = zt::fuzz::Side<K>;
+  static constexpr bool kGrouped = std::is_same_v<L, ZtXList<int>>;
+
+  explicit World(Input& in) : group(in.In(1, 4)), sides{Side(New(group)), Side(New(group))} {}
   static L New(ZtLong group) {
-    if constexpr (std::is_same_v<L, ZtXList<int>>) {
-      return L(0, group);
-    } else {
-      return L();
-    }
+    if constexpr (kGrouped) return L(0, group);
+    return L();
   }
-  static int Make(int v) { return v < 0 ? 0 : v; }
-  static int Get(int e) { return e; }
+  void Draw(Input& in) {
+    const int p = in.Bool() ? 1 : 0;
+    if (sides[p].Size() > 150) sides[p].Clear();
+    t = &sides[1 - p];
+    this->DrawArgs(in, sides[p]);
+  }
+  void Grow(ZtLong /*d*/) {}
+  void Check() { sides[0].Check(), sides[1].Check(); }
+  ZtLong LastGroup() const { return this->n == 0 ? -1 : (this->n - 1) / group * group; }
+  // from's elements from k on go to the end of to.
+  static void Splice(Side& from, ZtLong k, Side& to) {
+    to.v.insert(to.v.end(), from.v.begin() + k, from.v.end()), from.v.resize(k);
+  }
+  ZtLong group;
+  Side sides[2];
+  Side* t = nullptr;  // the other list of a splice
 };
 
-struct Owning {
-  using List = ZtPDList<int>;
-  static List New(ZtLong /*group*/) { return List(); }
-  static int* Make(int v) { return v < 0 ? nullptr : new int(v); }
-  static int Get(const int* e) { return e != nullptr ? *e : -1; }
-};
-
-/// A list and its model: values and cursor.
-template <class K>
-struct Side {
-  explicit Side(ZtLong group) : list(K::New(group)) {}
-  typename K::List list;
-  std::vector<int> v;
-  ZtLong cur = -1;
-  ZtLong Size() const { return static_cast<ZtLong>(v.size()); }
-  void Check() const {
-    zt::fuzz::ExpectSequence(list, v, cur, [](auto e) { return K::Get(e); });
-  }
-};
-
-template <class K>
-class Run {
- public:
-  explicit Run(Input& in) : Run(in.In(1, 4)) {}
-  explicit Run(ZtLong group) : m_group(group), m_a(group), m_b(group) {}
-
-  void Step(Input& in, uint8_t op) {
-    Side<K>& s = in.Bool() ? m_b : m_a;
-    Side<K>& t = &s == &m_a ? m_b : m_a;
-    auto& l = s.list;
-    if (s.Size() > 150) Clear(s);
-    const ZtLong n = s.Size();
-    const int x = static_cast<int>(in.In(kOwning ? -1 : 0, 7));
-    const ZtLong i = in.Index(n), j = in.Index(n);
-    const bool valid = i >= 0 && i < n;
-    switch (op % 19) {
-      case 0:
-        ZT_FUZZ_CHECK(l.Append(K::Make(x)) == n);
-        Put(s, n, x);
-        break;
-      case 1:
-        l.InsertHead(K::Make(x));
-        Put(s, 0, x);
-        break;
-      case 2:
-        l.Insert(i, K::Make(x));
-        Put(s, i >= 1 && i <= n ? i : 0, x);
-        break;
-      case 3:
-        l.MoveTo(i);
-        l.InsertCur(K::Make(x));
-        Put(s, valid ? i : n, x);
-        break;
-      case 4:
-        l.MoveTo(i);
-        l.InsertAfterCur(K::Make(x));
-        Put(s, valid ? i + 1 : 0, x);
-        break;
-      case 5:
-        l.MoveTo(i);
-        l.DelCur();
-        if (valid) s.v.erase(s.v.begin() + i);
-        s.cur = valid ? i - 1 : -1;
-        break;
-      case 6:
-        Walk(s, x, i);
-        break;
-      case 7:
-        l.ReverseList();
-        std::reverse(s.v.begin(), s.v.end());
-        s.cur = kGrouped ? LastGroup(n) : (s.cur < 0 ? -1 : n - 1 - s.cur);
-        break;
-      case 8:
-        l.Rotate(i, j);  // a grouped list rebuilds its index and lands on the last group start
-        if (kGrouped) s.cur = LastGroup(n);
-        if (i == j || !valid || j < 0 || j >= n) break;
-        std::rotate(s.v.begin(), s.v.begin() + (i - j + n) % n, s.v.end());
-        s.cur = kGrouped ? LastGroup(n) : 0;
-        break;
-      case 9:
-        Sort(s, in.Bool());
-        break;
-      case 10: {  // t's elements i.. go to the end of s; t's cursor ends on its new last element
-        const ZtLong k = in.Index(t.Size());
-        const bool moves = k >= 0 && k < t.Size();
-        ZT_FUZZ_CHECK(l.Conbine(t.list, k) == n + (moves ? t.Size() - k : 0));
-        if (moves) Splice(t, k, s);
-        if (kGrouped || !moves) s.cur = l.GetCur();  // a grouped list lands on a group start
-        t.cur = t.list.GetCur();
-        ZT_FUZZ_CHECK(!moves || t.cur == k - 1);
-        break;
-      }
-      case 11:
-        l.SplitAt(i, t.list);
-        if (valid) Splice(s, i, t);
-        s.cur = valid ? i - 1 : -1;
-        if (kGrouped) t.cur = t.list.GetCur();
-        break;
-      case 12: {
-        const bool moves = i != j && i != j - 1 && valid && j >= 0 && j <= n;
-        ZT_FUZZ_CHECK(l.Move(i, j) == moves);
-        if (!moves) break;
-        const int e = s.v[static_cast<size_t>(i)];
-        s.v.insert(s.v.begin() + j, e);
-        s.v.erase(s.v.begin() + (i > j ? i + 1 : i));
-        s.cur = i > j ? j : j - 1;
-        break;
-      }
-      case 13:
-        if (!valid || j < 0 || j >= n) break;
-        l.Exchange(i, j);
-        std::swap(s.v[static_cast<size_t>(i)], s.v[static_cast<size_t>(j)]);
-        s.cur = i;
-        break;
-      case 14: {
-        if (!valid) break;
-        const ZtLong to = j < i || j >= n ? -1 : j, last = to < 0 ? n - 1 : to;
-        const ZtLong count = (last - i + 1) / 2;
-        l.Reverse(i, to);
-        std::reverse(s.v.begin() + i, s.v.begin() + last + 1);
-        if (count > 0) s.cur = last - count + 1;
-        break;
-      }
-      case 15: {  // shortening deletes from the tail, growing appends T()
-        const ZtLong k = in.In(0, n + 3);
-        l.SetLength(k, true);
-        s.v.resize(static_cast<size_t>(k), kOwning ? -1 : 0);
-        if (k < n) s.cur = k - 1;
-        break;
-      }
-      case 16:
-        Clear(s);
-        break;
-      case 17:
-        ZT_FUZZ_CHECK(Find(l, x, i, j) == ModelFind(s.v, x, i, j));
-        break;
-      case 18: {
-        const typename K::List copy(l);
-        zt::fuzz::ExpectSequence(copy, s.v, copy.GetCur(), [](auto e) { return K::Get(e); });
-        break;
-      }
-      default:
-        break;
-    }
-    m_a.Check();
-    m_b.Check();
-  }
-
- private:
-  static constexpr bool kOwning = std::is_same_v<K, Owning>;
-  static constexpr bool kGrouped = std::is_same_v<typename K::List, ZtXList<int>>;
-
-  ZtLong LastGroup(ZtLong n) const { return n == 0 ? -1 : (n - 1) / m_group * m_group; }
-  static void Put(Side<K>& s, ZtLong at, int x) {
-    s.v.insert(s.v.begin() + at, kOwning ? x : K::Get(K::Make(x)));
-    s.cur = at;
-  }
-  static void Clear(Side<K>& s) {
-    s.list.Reset();
-    s.v.clear();
-    s.cur = -1;
-  }
-  static void Splice(Side<K>& from, ZtLong k, Side<K>& to) {
-    to.v.insert(to.v.end(), from.v.begin() + k, from.v.end());
-    from.v.resize(static_cast<size_t>(k));
-  }
-  // Cursor steps: the cursor wraps through -1 at both ends.
-  static void Walk(Side<K>& s, int how, ZtLong i) {
-    const ZtLong n = s.Size();
-    switch (how & 3) {
-      case 0:
-        s.list.MoveToNext();
-        s.cur = s.cur + 1 < n ? s.cur + 1 : -1;
-        break;
-      case 1:
-        s.list.MoveToPre();
-        s.cur = s.cur < 0 ? n - 1 : s.cur - 1;
-        break;
-      case 2:
-        s.list.MoveToFirst();
-        s.cur = n > 0 ? 0 : -1;
-        break;
-      default:
-        s.list.MoveTo(i);
-        s.cur = i >= 0 && i < n ? i : -1;
-        break;
-    }
-    ZT_FUZZ_CHECK(s.cur < 0 || K::Get(s.list.GetCurData()) == s.v[static_cast<size_t>(s.cur)]);
-    ZT_FUZZ_CHECK(i < 0 || i >= n || K::Get(s.list.GetAt(i)) == s.v[static_cast<size_t>(i)]);
-  }
-  // Stable sorts ending on -1 (a list of fewer than 2 keeps its cursor); the owning list collects
-  // empty places at the end and stops on the last of them.
-  static void Sort(Side<K>& s, bool up) {
-    if (!kOwning && s.Size() < 2) return;
-    s.list.Sort(up);
-    std::stable_sort(s.v.begin(), s.v.end(), [up](int p, int q) {
-      return q < 0 ? p >= 0 : (p >= 0 && (up ? p < q : p > q));
-    });
-    s.cur = kOwning && !s.v.empty() && s.v.back() < 0 ? s.Size() - 1 : -1;
-  }
-  static ZtLong ModelFind(const std::vector<int>& v, int x, ZtLong from, ZtLong to) {
-    const auto n = static_cast<ZtLong>(v.size());
-    if (to < 0 || to >= n) to = n - 1;
-    if (from < 0 || from >= n || x < 0) return -1;
-    const auto end = v.begin() + to + 1, hit = std::find(v.begin() + from, end, x);
-    return hit == end ? -1 : static_cast<ZtLong>(hit - v.begin());
-  }
-  static ZtLong Find(const typename K::List& l, int x, ZtLong from, ZtLong to) {
-    if constexpr (kOwning) {
-      return l.FindData(x, from, to);
-    } else {
-      return l.Find(x, from, to);
-    }
-  }
-
-  ZtLong m_group;
-  Side<K> m_a, m_b;
-};
+template <class K, class W = World<K>>
+std::vector<zt::fuzz::Op<W>> Ops() {
+  return zt::fuzz::SequenceOps<W, K>({
+      {"Insert",  // an invalid index inserts at the head
+       [](W& w) {
+         w.s->c.Insert(w.i, K::Make(w.x)), w.s->Put(w.i >= 0 && w.i <= w.n ? w.i : 0, w.x);
+       }},
+      {"InsertCur",  // with the cursor out: at the tail
+       [](W& w) {
+         w.s->c.MoveTo(w.i), w.s->c.InsertCur(K::Make(w.x)),
+             w.s->Put(w.s->Has(w.i) ? w.i : w.n, w.x);
+       }},
+      {"InsertAfterCur",  // with the cursor out: at the head
+       [](W& w) {
+         w.s->c.MoveTo(w.i), w.s->c.InsertAfterCur(K::Make(w.x));
+         w.s->Put(w.s->Has(w.i) ? w.i + 1 : 0, w.x);
+       }},
+      {"DelCur",
+       [](W& w) {
+         w.s->c.MoveTo(w.i), w.s->c.DelCur(), w.s->cur = -1;
+         if (w.s->Has(w.i)) w.s->v.erase(w.s->v.begin() + w.i), w.s->cur = w.i - 1;
+       }},
+      // The cursor wraps through -1 at both ends.
+      {"MoveToNext",
+       [](W& w) { w.s->c.MoveToNext(), w.s->cur = w.s->Has(w.s->cur + 1) ? w.s->cur + 1 : -1; }},
+      {"MoveToPre",
+       [](W& w) { w.s->c.MoveToPre(), w.s->cur = w.s->cur < 0 ? w.n - 1 : w.s->cur - 1; }},
+      {"MoveTo and GetAt",
+       [](W& w) {
+         w.s->c.MoveTo(w.i), w.s->cur = w.s->Has(w.i) ? w.i : -1;
+         if (w.s->Has(w.j)) Same(K::Get(w.s->c.GetAt(w.j)), w.s->At(w.j));
+       }},
+      {"ReverseList",
+       [](W& w) {
+         w.s->c.ReverseList(), std::reverse(w.s->v.begin(), w.s->v.end());
+         w.s->cur = W::kGrouped ? w.LastGroup() : (w.s->cur < 0 ? -1 : w.n - 1 - w.s->cur);
+       }},
+      {"Rotate",  // element i becomes the head when j is another element
+       [](W& w) {
+         w.s->c.Rotate(w.i, w.j);
+         if (W::kGrouped) w.s->cur = w.LastGroup();
+         if (w.i == w.j || !w.s->Has(w.i) || !w.s->Has(w.j)) return;
+         std::rotate(w.s->v.begin(), w.s->v.begin() + (w.i - w.j + w.n) % w.n, w.s->v.end());
+         w.s->cur = W::kGrouped ? w.LastGroup() : 0;
+       }},
+      {"Sort",  // ends on -1, or on an owning list's last empty place; too short: nothing moves
+       [](W& w) {
+         if (!K::kOwning && w.n < 2) return;
+         w.s->c.Sort(w.flag), w.s->Sort(w.flag);
+         w.s->cur = K::kOwning && w.n > 0 && w.s->v.back() < 0 ? w.n - 1 : -1;
+       }},
+      {"Conbine",  // t's elements from k go to the end of s; t's cursor ends on its new last
+       [](W& w) {
+         const ZtLong k = w.k % (w.t->Size() + 2) - 1;
+         const bool moves = w.t->Has(k);
+         Same(w.s->c.Conbine(w.t->c, k), w.n + (moves ? w.t->Size() - k : 0));
+         if (moves) W::Splice(*w.t, k, *w.s), Same(w.t->c.GetCur(), k - 1);
+         if (W::kGrouped || !moves) w.s->cur = w.s->c.GetCur();  // grouped: on a group start
+         w.t->cur = w.t->c.GetCur();
+       }},
+      {"SplitAt",
+       [](W& w) {
+         w.s->c.SplitAt(w.i, w.t->c), w.s->cur = -1;
+         if (w.s->Has(w.i)) W::Splice(*w.s, w.i, *w.t), w.s->cur = w.i - 1;
+         if (W::kGrouped) w.t->cur = w.t->c.GetCur();
+       }},
+      {"SetLength",  // shortening deletes from the tail, growing appends T()
+       [](W& w) {
+         const ZtLong length = w.k % (w.n + 4);
+         w.s->c.SetLength(length, true), w.s->v.resize(length, K::kOwning ? -1 : 0);
+         if (length < w.n) w.s->cur = length - 1;
+       }},
+      {"copy",
+       [](W& w) {
+         typename K::Box copy(w.s->c);
+         zt::fuzz::ExpectSequence(copy, w.s->v, copy.GetCur(), [](auto e) { return K::Get(e); });
+       }},
+  });
+}
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  using zt::fuzz::Plain;
+  static const auto kList = Ops<Plain<ZtList<int>>>();
+  static const auto kDList = Ops<Plain<ZtDList<int>>>();
+  static const auto kXList = Ops<Plain<ZtXList<int>>>();
+  static const auto kPDList = Ops<zt::fuzz::Owning<ZtPDList<int>>>();
   Input in(data, size);
-  switch (in.Byte() & 3) {
-    case 0:
-      return zt::fuzz::Play<Run<Plain<ZtList<int>>>>(in);
-    case 1:
-      return zt::fuzz::Play<Run<Plain<ZtDList<int>>>>(in);
-    case 2:
-      return zt::fuzz::Play<Run<Plain<ZtXList<int>>>>(in);
-    default:
-      return zt::fuzz::Play<Run<Owning>>(in);
-  }
+  const int pick = in.Byte() & 3;
+  return pick == 0   ? zt::fuzz::Play(in, kList)
+         : pick == 1 ? zt::fuzz::Play(in, kDList)
+         : pick == 2 ? zt::fuzz::Play(in, kXList)
+                     : zt::fuzz::Play(in, kPDList);
 }

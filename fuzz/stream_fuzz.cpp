@@ -3,8 +3,7 @@
 // ZtDynArrayStream and ZtDynArrayStreamEx (small units) against a byte vector and a position:
 // raw and typed writes and reads, moves past the end, Reset, SetLength, copies, and the array
 // stream's capacity (a write grows it as storing its bytes one by one through the array's
-// growing subscript would). The first input byte picks the class.
-#include <algorithm>
+// growing subscript would). The first byte picks the class.
 #include <cstring>
 
 #include "fuzz/driver.h"
@@ -14,6 +13,7 @@
 namespace {
 
 using zt::fuzz::Input;
+using zt::fuzz::Same;
 using Bytes = std::vector<unsigned char>;
 
 /// The array stream with its array's capacity in view.
@@ -24,119 +24,95 @@ class ArrayStream : public ZtDynArrayStream {
 };
 
 template <class S>
-class Run {
+struct World {
   static constexpr bool kArray = std::is_same_v<S, ArrayStream>;
 
- public:
-  explicit Run(Input& in) : m_unit(in.In(1, 9)), m_s(Make(m_unit)) { m_cap = m_unit; }
-
-  void Step(Input& in, uint8_t op) {
-    if (m_m.size() > 400) Reset();
-    const auto n = static_cast<ZtLong>(m_m.size());
-    Bytes data(static_cast<size_t>(in.In(0, 12)));
-    for (auto& b : data) b = in.Byte();
-    const auto k = static_cast<ZtLong>(data.size());
-    // The block stream leaves skipped bytes unspecified: it writes only up to the end.
-    const bool writable = (k > 0 || m_pos <= n) && (kArray || m_pos <= n);
-    switch (op % 8) {
-      case 0:
-        m_s.MoveTo(in.In(-3, n + 4)), m_pos = m_s.GetCur();
-        break;
-      case 1:
-        if (writable) m_s.Write(data.data(), k), Write(data);
-        break;
-      case 2:
-        if (writable && k >= 2) {
-          m_s << static_cast<short>(data[0] | data[1] << 8);
-          Write(Bytes(data.begin(), data.begin() + 2));
-          m_pos += 2;
-        }
-        break;
-      case 3: {  // a read copies what lies before the end; a typed read moves on regardless
-        Bytes got(static_cast<size_t>(k), 0xA5), want = got;
-        m_s.Read(got.data(), k);
-        for (ZtLong b = 0; b < k && m_pos + b < n; ++b) want[b] = m_m[m_pos + b];
-        ZT_FUZZ_CHECK(got == want);
-        ZtLong v = -1;
-        m_s >> v;
-        for (ZtLong b = 0; b < 4; ++b)
-          want.resize(4, 0xFF), want[b] = m_pos + b < n ? m_m[m_pos + b] : 0xFF;
-        ZT_FUZZ_CHECK(std::memcmp(&v, want.data(), 4) == 0);
-        m_pos += 4;
-        break;
-      }
-      case 4:
-        Reset();
-        break;
-      case 5:
-        if constexpr (kArray) {
-          const ZtLong len = in.In(0, n);
-          m_s.SetLength(len);
-          m_m.resize(static_cast<size_t>(len));
-          m_cap = len;
-        }
-        break;
-      case 6: {  // a copy of an array stream has an exact-size array with the default unit 10
-        S copy(m_s);
-        Expect(copy, kArray ? n : -1);
-        if (!kArray) break;
-        m_s = copy;  // assignment sizes the array exactly too
-        m_cap = n;
-        break;
-      }
-      default: {
-        S other = Make(m_unit);
-        other = m_s;
-        Expect(other, -1);
-        break;
-      }
-    }
-    Expect(m_s, kArray ? m_cap : -1);
-  }
-
- private:
+  explicit World(Input& in) : unit(in.In(1, 9)), s(Make(unit)), cap(unit) {}
   static S Make(ZtLong unit) {
-    if constexpr (kArray) {
-      return S(unit, unit);
-    } else {
-      return S(unit);
-    }
+    if constexpr (kArray) return S(unit, unit);
+    return S(unit);
   }
-  void Reset() {
-    m_s.Reset();
-    m_m.clear();
-    m_pos = 0;
+  void Draw(Input& in) {
+    if (m.size() > 400) s.Reset(), m.clear(), pos = 0;
+    n = static_cast<ZtLong>(m.size()), data.resize(in.In(0, 12)), k = in.In(0, n + 4);
+    for (auto& b : data) b = in.Byte();
+    // The block stream leaves skipped bytes unspecified: it writes only up to the end.
+    writable = (!data.empty() || pos <= n) && (kArray || pos <= n);
   }
+  void Check() { Expect(s, kArray ? cap : -1); }
   // Stores bytes at the position; skipped bytes read as 0. The capacity follows byte by byte.
-  void Write(const Bytes& data) {
-    const auto end = static_cast<size_t>(m_pos) + data.size();
-    if (end > m_m.size()) m_m.resize(end, 0);
-    std::copy(data.begin(), data.end(), m_m.begin() + m_pos);
-    for (auto b = static_cast<ZtLong>(m_pos); b < static_cast<ZtLong>(end); ++b) {
-      if (b >= m_cap) m_cap = b + 1 + m_unit;
+  // Only a typed write moves the position on.
+  void Write(const Bytes& bytes, bool typed) {
+    m.resize(std::max(m.size(), pos + bytes.size()), 0);
+    for (size_t b = 0; b < bytes.size(); ++b) {
+      m[pos + b] = bytes[b];
+      if (pos + ZtLong(b) >= cap) cap = pos + ZtLong(b) + 1 + unit;
     }
+    if (typed) pos += static_cast<ZtLong>(bytes.size());
   }
-  void Expect(S& s, ZtLong cap) const {
-    ZT_FUZZ_CHECK(s.GetCur() == m_pos && s.GetLength() == static_cast<ZtLong>(m_m.size()));
-    Bytes all(m_m.size() + 1, 0xA5);
-    s.MoveTo(0);
-    s.Read(all.data(), static_cast<ZtLong>(all.size()));
-    s.MoveTo(m_pos);
-    ZT_FUZZ_CHECK(std::equal(m_m.begin(), m_m.end(), all.begin()) && all.back() == 0xA5);
-    if constexpr (kArray) ZT_FUZZ_CHECK(cap < 0 || s.Capacity() == cap);
+  // Length, position and every byte, read back through the stream; a capacity < 0 is not checked.
+  void Expect(S& stream, ZtLong capacity) const {
+    Same(stream.GetCur(), pos), Same(stream.GetLength(), static_cast<ZtLong>(m.size()));
+    Bytes all(m.size() + 1, 0xA5);
+    stream.MoveTo(0), stream.Read(all.data(), static_cast<ZtLong>(all.size())), stream.MoveTo(pos);
+    ZT_FUZZ_CHECK(std::equal(m.begin(), m.end(), all.begin()) && all.back() == 0xA5);
+    if constexpr (kArray) ZT_FUZZ_CHECK(capacity < 0 || stream.Capacity() == capacity);
   }
 
-  ZtLong m_unit;
-  S m_s;
-  Bytes m_m;
-  ZtLong m_pos = 0;
-  ZtLong m_cap;
+  ZtLong unit;
+  S s;
+  Bytes m, data;  // the model; bytes to write
+  ZtLong cap, pos = 0, n = 0, k = 0;
+  bool writable = false;
 };
+
+template <class S, class W = World<S>>
+std::vector<zt::fuzz::Op<W>> Ops() {
+  return {
+      {"MoveTo", [](W& w) { w.s.MoveTo(w.k - 3), w.pos = w.s.GetCur(); }},
+      {"Write",
+       [](W& w) {
+         w.writable ? w.s.Write(w.data.data(), w.data.size()), w.Write(w.data, false) : void();
+       }},
+      {"<< short",
+       [](W& w) {
+         if (!w.writable || w.data.size() < 2) return;
+         w.s << static_cast<short>(w.data[0] | w.data[1] << 8),
+             w.Write(Bytes(&w.data[0], &w.data[2]), true);
+       }},
+      {"Read and >> ZtLong",  // both start at the position
+       [](W& w) {
+         const auto count = static_cast<ZtLong>(w.data.size());
+         Bytes got(w.data.size() + 4, 0xA5), want = got;  // the bytes read, then v's
+         for (ZtLong b = 0; b < count + 4; ++b) {
+           const ZtLong at = w.pos + (b < count ? b : b - count);
+           want[b] = at < w.n    ? w.m[at]
+                     : b < count ? 0xA5
+                                 : 0xFF;  // v keeps its bytes past the end
+         }
+         ZtLong v = -1;
+         w.s.Read(got.data(), count), w.s >> v, std::memcpy(&got[count], &v, 4);
+         Same(got, want), w.pos += 4;
+       }},
+      {"Reset", [](W& w) { w.s.Reset(), w.m.clear(), w.pos = 0; }},
+      {"SetLength",
+       [](W& w) {
+         if constexpr (W::kArray) w.cap = w.k % (w.n + 1), w.s.SetLength(w.cap), w.m.resize(w.cap);
+       }},
+      {"copy and assign",  // an array stream's copy and assignment size the array exactly
+       [](W& w) {
+         S copy(w.s), other = W::Make(w.unit);
+         w.Expect(copy, W::kArray ? w.n : -1), other = w.s, w.Expect(other, -1), w.s = copy;
+         if (W::kArray) w.cap = w.n;
+       }},
+  };
+}
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  static const auto kArray = Ops<ArrayStream>();
+  static const auto kBlocks = Ops<ZtDynArrayStreamEx>();
   Input in(data, size);
-  return in.Bool() ? zt::fuzz::Play<Run<ZtDynArrayStreamEx>>(in)
-                   : zt::fuzz::Play<Run<ArrayStream>>(in);
+  return in.Bool() ? zt::fuzz::Play(in, kBlocks) : zt::fuzz::Play(in, kArray);
 }

@@ -4,7 +4,6 @@
 // searches, find-all, Replace, Del(text), slices, comparisons, and the exact capacity (a string
 // grows to exactly length + 1 when a longer text must be stored; FreeExtra, ReAllocate and a
 // Replace or Del(text) that changes something set it outright). The first byte picks the width.
-#include <algorithm>
 #include <string>
 
 #include "fuzz/driver.h"
@@ -14,184 +13,153 @@
 namespace {
 
 using zt::fuzz::Input;
+using zt::fuzz::Same;
 
 template <class Ch>
-class Run {
+struct World {
   using Text = std::basic_string<Ch>;
   using Str = ZtStringT<Ch>;
 
- public:
-  explicit Run(Input& /*in*/) {}
-  void Step(Input& in, uint8_t op) {
-    if (m_m.size() > 300) Set(Text());
-    const auto n = static_cast<ZtLong>(m_m.size());
-    const Ch c = Char(in);
-    const Text t = Word(in), u = Word(in);
-    const ZtLong i = in.In(0, n), j = in.In(0, n);
-    const ZtLong lo = std::min(i, j), hi = std::max(i, j);
-    switch (op % 18) {
-      case 0:
-        m_s << c;
-        Grow(m_m + c);
-        break;
-      case 1:
-        m_s << t.c_str();
-        Grow(m_m + t);
-        break;
-      case 2: {
-        const int v = (static_cast<int>(in.Byte()) - 128) * 12345;
-        m_s << v;
-        const std::string digits = std::to_string(v);
-        Grow(m_m + Text(digits.begin(), digits.end()));
-        break;
-      }
-      case 3:
-        m_s.Insert(i, c);
-        Grow(Text(m_m).insert(static_cast<size_t>(i), 1, c));
-        break;
-      case 4: {
-        const ZtLong at = in.Index(n);
-        const bool fits = at >= 0 && at <= n;
-        ZT_FUZZ_CHECK(m_s.Insert(at, Str(t.c_str())) == fits);
-        if (fits) Grow(Text(m_m).insert(static_cast<size_t>(at), t));
-        break;
-      }
-      case 5:
-        if (hi < n) m_s.Del(lo, hi), m_m.erase(static_cast<size_t>(lo), hi - lo + 1);
-        break;
-      case 6:
-        m_s.DelLeft(i), m_m.erase(0, static_cast<size_t>(i));
-        break;
-      case 7:
-        m_s.DelRight(i), m_m.resize(static_cast<size_t>(n - i));
-        break;
-      case 8:
-        if (hi < n) m_s.Reverse(lo, hi), std::reverse(m_m.begin() + lo, m_m.begin() + hi + 1);
-        break;
-      case 9:
-        m_s.MakeUpper();
-        for (Ch& x : m_m) x = x >= 'a' && x <= 'z' ? static_cast<Ch>(x - 'a' + 'A') : x;
-        break;
-      case 10:
-        ExpectText(m_s.Left(i), m_m.substr(0, static_cast<size_t>(i)));
-        ExpectText(m_s.Right(i), m_m.substr(static_cast<size_t>(n - i)));
-        if (hi < n) ExpectText(m_s.Mid(lo, hi), m_m.substr(static_cast<size_t>(lo), hi - lo + 1));
-        break;
-      case 11: {
-        const ZtLong to = in.Index(n), last = to < 0 || to >= n ? n - 1 : to;
-        const auto at = m_m.find(c, static_cast<size_t>(i));
-        ZT_FUZZ_CHECK(
-            m_s.Find(c, i, to) ==
-            (at == Text::npos || static_cast<ZtLong>(at) > last ? -1 : static_cast<ZtLong>(at)));
-        ZT_FUZZ_CHECK(m_s.ReverseFind(c) == static_cast<ZtLong>(m_m.rfind(c)));
-        break;
-      }
-      case 12: {  // first occurrence inside [i, to], and every non-overlapping one
-        const ZtLong to = in.Bool() ? -1 : j;
-        const std::vector<ZtLong> hits = Occurrences(t, i, to);
-        ZT_FUZZ_CHECK(m_s.Find(Str(t.c_str()), i, to) == (hits.empty() ? -1 : hits.front()));
-        ZtListQuene<ZtLong> found;
-        ZT_FUZZ_CHECK(m_s.Find(Str(t.c_str()), found, i, to) ==
-                      (t.empty() ? -1 : static_cast<ZtLong>(hits.size())));
-        for (ZtLong hit : hits) {
-          ZtLong got = -1;
-          ZT_FUZZ_CHECK(found.Pop(got) && got == hit);
-        }
-        break;
-      }
-      case 13: {
-        const ZtLong to = in.Bool() ? -1 : j;
-        ReplaceModel(m_s.Replace(Str(t.c_str()), Str(u.c_str()), i, to), t, u, i, to);
-        break;
-      }
-      case 14:
-        ReplaceModel(m_s.Del(Str(t.c_str())), t, Text(), 0, -1);
-        break;
-      case 15: {
-        const bool keep = in.Bool();
-        m_s.ReAllocate(i, keep);
-        m_m = keep ? m_m.substr(0, static_cast<size_t>(i)) : Text();
-        m_cap = i + 1;
-        break;
-      }
-      case 16:
-        if (in.Bool())
-          m_s.FreeExtra(), m_cap = n + 1;
-        else
-          m_s.Reset(), m_m.clear();
-        break;
-      default: {
-        const Str copy(m_s);
-        ExpectText(copy, m_m);
-        ZT_FUZZ_CHECK(copy.GetLength() == n + 1);
-        const int order = m_m.compare(t);
-        ZT_FUZZ_CHECK((m_s == t.c_str()) == (order == 0) && (m_s < t.c_str()) == (order < 0) &&
-                      (m_s > t.c_str()) == (order > 0));
-        m_s = t.c_str();
-        Grow(t);
-        break;
-      }
-    }
-    ExpectText(m_s, m_m);
-    ZT_FUZZ_CHECK(m_s.GetLength() == m_cap);
-  }
-
- private:
-  // A small alphabet, with a character beyond ASCII, so that searches hit and repeat.
-  static Ch Char(Input& in) {
+  explicit World(Input& /*in*/) {}
+  // A small alphabet with a character beyond ASCII, so that searches hit and repeat.
+  static Text Word(Input& in, ZtLong length) {
     static const Ch kChars[] = {'a', 'b', 'c', 'z',
                                 static_cast<Ch>(sizeof(Ch) == 1 ? 0xE9 : 0x263A)};
-    return kChars[in.In(0, 4)];
-  }
-  static Text Word(Input& in) {
-    Text w(static_cast<size_t>(in.In(0, 3)), 'a');
-    for (Ch& x : w) x = Char(in);
+    Text w(static_cast<size_t>(length), 'a');
+    for (Ch& x : w) x = kChars[in.In(0, 4)];
     return w;
   }
-  static void ExpectText(const Str& s, const Text& m) {
-    ZT_FUZZ_CHECK(s.Length() == static_cast<ZtLong>(m.size()) && s.GetLength() > s.Length());
-    ZT_FUZZ_CHECK(Text(static_cast<const Ch*>(s), m.size() + 1) == Text(m.c_str(), m.size() + 1));
+  void Draw(Input& in) {
+    if (m.size() > 300) s.Reset(), m.clear();
+    n = static_cast<ZtLong>(m.size()), c = Word(in, 1)[0], t = Word(in, in.In(0, 3));
+    u = Word(in, in.In(0, 3));
+    const ZtLong i = in.In(0, n), j = in.In(0, n);
+    lo = std::min(i, j), hi = std::max(i, j), at = in.Index(n), to = in.Bool() ? -1 : hi;
+    flag = in.Bool();
   }
-  void Set(const Text& m) {
-    m_s = m.c_str();
-    Grow(m);
+  static void Expect(const Str& str, const Text& text) {
+    Same(str.Length(), static_cast<ZtLong>(text.size())),
+        ZT_FUZZ_CHECK(str.GetLength() > str.Length());
+    Same(Text(static_cast<const Ch*>(str), text.size() + 1), Text(text.c_str(), text.size() + 1));
   }
-  // The text becomes m; the buffer grows to exactly its length + 1 when it is too small.
-  void Grow(const Text& m) {
-    m_m = m;
-    m_cap = std::max(m_cap, static_cast<ZtLong>(m.size()) + 1);
-  }
-  // Starts of the non-overlapping occurrences of t lying wholly inside [from, to].
-  std::vector<ZtLong> Occurrences(const Text& t, ZtLong from, ZtLong to) const {
-    const auto n = static_cast<ZtLong>(m_m.size());
-    const ZtLong last = to < 0 || to >= n ? n - 1 : to;
+  void Check() const { Expect(s, m), Same(s.GetLength(), cap); }
+  // The text becomes text; the buffer grows to exactly its length + 1 when it is too small.
+  void Set(const Text& text) { m = text, cap = std::max(cap, static_cast<ZtLong>(m.size()) + 1); }
+  // Starts of the non-overlapping occurrences of w wholly inside [from, last] (invalid last: the
+  // end).
+  std::vector<ZtLong> Hits(const Text& w, ZtLong from, ZtLong last) const {
+    if (last < 0 || last >= n) last = n - 1;
     std::vector<ZtLong> hits;
-    if (t.empty()) return hits;
-    for (auto at = m_m.find(t, static_cast<size_t>(from));
-         at != Text::npos && static_cast<ZtLong>(at + t.size()) - 1 <= last;
-         at = m_m.find(t, at + t.size())) {
-      hits.push_back(static_cast<ZtLong>(at));
+    for (size_t p = m.find(w, from);
+         !w.empty() && p != Text::npos && ZtLong(p + w.size()) <= last + 1;
+         p = m.find(w, p + w.size())) {
+      hits.push_back(static_cast<ZtLong>(p));
     }
     return hits;
   }
-  void ReplaceModel(ZtLong count, const Text& t, const Text& u, ZtLong from, ZtLong to) {
-    const std::vector<ZtLong> hits = Occurrences(t, from, to);
-    ZT_FUZZ_CHECK(count == (t.empty() ? -1 : static_cast<ZtLong>(hits.size())));
-    if (hits.empty()) return;
-    for (auto k = hits.rbegin(); k != hits.rend(); ++k) {
-      m_m.replace(static_cast<size_t>(*k), t.size(), u);
-    }
-    m_cap = static_cast<ZtLong>(m_m.size()) + 1;
+  // Replace's count (-1 for an empty pattern) and effect; the buffer is then exact.
+  void Replaced(ZtLong count, const Text& w, const Text& by, ZtLong from, ZtLong last) {
+    const std::vector<ZtLong> hits = Hits(w, from, last);
+    Same(count, w.empty() ? -1 : static_cast<ZtLong>(hits.size()));
+    for (auto h = hits.rbegin(); h != hits.rend(); ++h) m.replace(*h, w.size(), by);
+    if (!hits.empty()) cap = static_cast<ZtLong>(m.size()) + 1;
   }
 
-  Str m_s;
-  Text m_m;
-  ZtLong m_cap = 1;
+  Str s;
+  Text m, t, u;                                            // the model; two short words
+  ZtLong cap = 1, n = 0, lo = 0, hi = 0, at = 0, to = -1;  // lo <= hi in [0, n]; at may lie out
+  Ch c = 'a';
+  bool flag = false;
 };
+
+template <class Ch, class W = World<Ch>>
+std::vector<zt::fuzz::Op<W>> Ops() {
+  using Text = typename W::Text;
+  using Str = typename W::Str;
+  return {
+      {"<< char", [](W& w) { w.s << w.c, w.Set(w.m + w.c); }},
+      {"<< text", [](W& w) { w.s << w.t.c_str(), w.Set(w.m + w.t); }},
+      {"<< int",
+       [](W& w) {
+         const int v = static_cast<int>(w.lo * 7919 - w.hi * 123457);
+         const std::string digits = std::to_string(v);
+         w.s << v, w.Set(w.m + Text(digits.begin(), digits.end()));
+       }},
+      {"Insert char", [](W& w) { w.s.Insert(w.lo, w.c), w.Set(Text(w.m).insert(w.lo, 1, w.c)); }},
+      {"Insert text",  // refused outside [0, n]
+       [](W& w) {
+         if (Same(w.s.Insert(w.at, Str(w.t.c_str())), w.at >= 0 && w.at <= w.n))
+           w.Set(Text(w.m).insert(w.at, w.t));
+       }},
+      {"Del",
+       [](W& w) {
+         w.hi < w.n ? w.s.Del(w.lo, w.hi), w.m.erase(w.lo, w.hi - w.lo + 1), void() : void();
+       }},
+      {"DelLeft DelRight",
+       [](W& w) {
+         w.s.DelLeft(w.lo), w.s.DelRight(w.hi - w.lo), w.m = w.m.substr(w.lo, w.n - w.hi);
+       }},
+      {"Reverse",
+       [](W& w) {
+         w.hi < w.n ? w.s.Reverse(w.lo, w.hi), std::reverse(&w.m[w.lo], &w.m[w.hi] + 1) : void();
+       }},
+      {"MakeUpper",
+       [](W& w) {
+         w.s.MakeUpper();
+         for (Ch& x : w.m) x = x >= 'a' && x <= 'z' ? static_cast<Ch>(x - 'a' + 'A') : x;
+       }},
+      {"Left Right Mid",
+       [](W& w) {
+         W::Expect(w.s.Left(w.lo), w.m.substr(0, w.lo)),
+             W::Expect(w.s.Right(w.lo), w.m.substr(w.n - w.lo));
+         if (w.hi < w.n) W::Expect(w.s.Mid(w.lo, w.hi), w.m.substr(w.lo, w.hi - w.lo + 1));
+       }},
+      {"Find char",
+       [](W& w) {
+         const std::vector<ZtLong> hits = w.Hits(Text(1, w.c), w.lo, w.at);
+         Same(w.s.Find(w.c, w.lo, w.at), hits.empty() ? -1 : hits[0]);
+         Same(w.s.ReverseFind(w.c), static_cast<ZtLong>(w.m.rfind(w.c)));
+       }},
+      {"Find text",  // the first occurrence inside [lo, to], and every non-overlapping one
+       [](W& w) {
+         const std::vector<ZtLong> hits = w.Hits(w.t, w.lo, w.to);
+         Same(w.s.Find(Str(w.t.c_str()), w.lo, w.to), hits.empty() ? -1 : hits[0]);
+         ZtListQuene<ZtLong> found;
+         Same(w.s.Find(Str(w.t.c_str()), found, w.lo, w.to),
+              w.t.empty() ? -1 : static_cast<ZtLong>(hits.size()));
+         ZtLong got = -1;
+         for (ZtLong hit : hits) ZT_FUZZ_CHECK(found.Pop(got) && got == hit);
+       }},
+      {"Replace",
+       [](W& w) {
+         w.Replaced(w.s.Replace(Str(w.t.c_str()), Str(w.u.c_str()), w.lo, w.to), w.t, w.u, w.lo,
+                    w.to);
+       }},
+      {"Del text", [](W& w) { w.Replaced(w.s.Del(Str(w.t.c_str())), w.t, Text(), 0, -1); }},
+      {"ReAllocate",
+       [](W& w) {
+         w.s.ReAllocate(w.lo, w.flag), w.m = w.flag ? w.m.substr(0, w.lo) : Text(),
+                                       w.cap = w.lo + 1;
+       }},
+      {"FreeExtra", [](W& w) { w.s.FreeExtra(), w.cap = w.n + 1; }},
+      {"Reset", [](W& w) { w.s.Reset(), w.m.clear(); }},
+      {"copy, compare, assign",  // a copy's buffer is exact
+       [](W& w) {
+         const Str copy(w.s);
+         W::Expect(copy, w.m), Same(copy.GetLength(), w.n + 1);
+         const int order = w.m.compare(w.t);
+         const Ch* t = w.t.c_str();
+         Same(w.s == t, order == 0), Same(w.s < t, order < 0), Same(w.s > t, order > 0);
+         w.s = t, w.Set(w.t);
+       }},
+  };
+}
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  static const auto kNarrow = Ops<char>();
+  static const auto kWide = Ops<wchar_t>();
   Input in(data, size);
-  return in.Bool() ? zt::fuzz::Play<Run<wchar_t>>(in) : zt::fuzz::Play<Run<char>>(in);
+  return in.Bool() ? zt::fuzz::Play(in, kWide) : zt::fuzz::Play(in, kNarrow);
 }
