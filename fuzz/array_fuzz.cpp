@@ -2,8 +2,7 @@
 //
 // ZtDynArray<int> and ZtDynPArray<int> against a std::vector<int> with the cursor and the
 // capacity that the growth rule gives (a grown buffer holds the new length plus the allocation
-// unit; copies, SetLength, SetSpaceSize and Attach size it exactly). The first byte picks the
-// class.
+// unit; copies, SetLength and SetSpaceSize size it exactly). The first byte picks the class.
 #include "fuzz/driver.h"
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/dyn_parray.h"
@@ -50,7 +49,8 @@ std::vector<zt::fuzz::Op<W>> Ops() {
                                 : std::lower_bound(v.begin(), v.end(), w.x);
          const bool adds = w.flag || !std::binary_search(v.begin(), v.end(), w.x);
          auto e = K::Make(w.x);
-         if (Same(w.a.c.SortInto(e, w.flag), adds)) return w.Grow(1), w.a.Put(at - v.begin(), w.x);
+         if (Same(w.a.c.SortInto(e, w.flag), adds))
+           return w.Grow(1), w.a.Put(static_cast<ZtLong>(at - v.begin()), w.x);
          K::Drop(e), Same(K::Get(w.a.c.GetCurData()), w.x), w.a.cur = w.a.c.GetCur();
        }},
       {"SetSpaceSize",
@@ -60,7 +60,6 @@ std::vector<zt::fuzz::Op<W>> Ops() {
          w.cap = w.k % (K::kOwning ? w.n + 4 : w.n + 1);
          w.a.c.SetLength(w.cap, true), w.a.v.resize(w.cap, -1);
        }},
-      {"SetAllocUnit", [](W& w) { w.unit = w.k % 13, w.a.c.SetAllocUnit(w.unit); }},
       {"copy",  // exact-size with the default unit and its cursor at the end
        [](W& w) {
          typename K::Box copy(w.a.c);
@@ -73,22 +72,13 @@ std::vector<zt::fuzz::Op<W>> Ops() {
          w.Grow(i + 1 - w.n), w.a.c[i] = K::Make(w.x), w.a.cur = i;
          w.a.v.resize(i + 1, -1), w.a.v.back() = w.x;
        }},
-      {"Detach and Attach",  // Attach keeps the cursor Detach left at -1
-       [](W& w) {
-         auto* buffer = w.a.c.Detach();
-         Same(w.a.c.GetSpaceSize(), ZtLong{0}), w.a.c.Attach(w.n, buffer), w.cap = w.n,
-                                                                           w.a.cur = -1;
-       }},
   });
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  using zt::fuzz::Owning;
-  using zt::fuzz::Plain;
-  static const auto kPlain = Ops<Plain<ZtDynArray<int>>>();
-  static const auto kOwning = Ops<Owning<ZtDynPArray<int>>>();
-  Input in(data, size);
-  return in.Bool() ? zt::fuzz::Play(in, kOwning) : zt::fuzz::Play(in, kPlain);
+  static const auto kPlain = Ops<zt::fuzz::Plain<ZtDynArray<int>>>();
+  static const auto kOwning = Ops<zt::fuzz::Owning<ZtDynPArray<int>>>();
+  return zt::fuzz::PlayAny(data, size, kPlain, kOwning);
 }

@@ -1,12 +1,13 @@
 // fuzz/driver.h
 //
-// What every fuzz target shares: a reader that turns the fuzzer's bytes into values and indices,
-// the run loop over a table of named operations (each makes one library call and the same change
-// on a plain reference model), the check that aborts on the first disagreement, and the
-// comparison of a cursor sequence with a std::vector model.
+// What the fuzz targets share: a reader that turns the fuzzer's bytes into values and indices,
+// the run loop over tables of named operations (each makes one library call and the same change
+// on a plain reference model, then the world checks the library against the model and aborts on
+// the first disagreement), and for the array and list targets the std::vector model of a cursor
+// sequence with the operations every sequence has.
 //
 //   static const std::vector<zt::fuzz::Op<World>> kOps = {{"Append", [](World& w) { ... }}, ...};
-//   return zt::fuzz::Play(in, kOps);   // World(in), then per byte: w.Draw(in), op, w.Check()
+//   return zt::fuzz::PlayAny(data, size, kOps);  // World(in); per byte: Draw, the op, Check
 #ifndef ZT_FUZZ_DRIVER_H_
 #define ZT_FUZZ_DRIVER_H_
 
@@ -73,6 +74,15 @@ int Play(Input& in, const std::vector<Op<World>>& ops) {
     op.run(w);
     w.Check();
   }
+  return 0;
+}
+
+/// Plays the table that the input's first byte picks.
+template <class... World>
+int PlayAny(const uint8_t* data, size_t size, const std::vector<Op<World>>&... tables) {
+  Input in(data, size);
+  size_t pick = in.Byte() % sizeof...(World);
+  ((pick-- == 0 ? Play(in, tables) : 0), ...);
   return 0;
 }
 
@@ -197,32 +207,22 @@ struct Args {
 /// rule to a growth by d.
 template <class W, class K>
 std::vector<Op<W>> SequenceOps(std::vector<Op<W>> own) {
-  own.insert(
-      own.end(),
-      {
-          {"Append",
-           [](W& w) { w.Grow(1), Same(w.s->c.Append(K::Make(w.x)), w.n), w.s->Put(w.n, w.x); }},
-          {"InsertHead",
-           [](W& w) { w.Grow(1), w.s->c.InsertHead(K::Make(w.x)), w.s->Put(0, w.x); }},
-          {"Move",
-           [](W& w) { Same(w.s->c.Move(w.i, w.j), w.s->Move(w.i, w.j)) ? w.Grow(1) : void(); }},
-          {"Exchange",
-           [](W& w) {
-             if (!w.s->Has(w.i) || !w.s->Has(w.j)) return;
-             w.s->c.Exchange(w.i, w.j), std::swap(w.s->At(w.i), w.s->At(w.j)), w.s->cur = w.i;
-           }},
-          {"Reverse",
-           [](W& w) {
-             w.s->Has(w.i) ? w.s->c.Reverse(w.i, w.to), w.s->Reverse(w.i, w.to) : void();
-           }},
-          {"Find", [](W& w) { Same(K::Find(w.s->c, w.x, w.i, w.j), w.s->Find(w.x, w.i, w.j)); }},
-          {"FindDel",  // the cursor ends out
-           [](W& w) {
-             Same(K::FindDel(w.s->c, w.x), w.s->FindDel(w.x)), ZT_FUZZ_CHECK(w.s->c.IsOut());
-             w.s->cur = w.s->c.GetCur();
-           }},
-          {"Reset", [](W& w) { w.s->Clear(); }},
-      });
+  const std::vector<Op<W>> shared = {
+      {"Append",
+       [](W& w) { w.Grow(1), Same(w.s->c.Append(K::Make(w.x)), w.n), w.s->Put(w.n, w.x); }},
+      {"InsertHead", [](W& w) { w.Grow(1), w.s->c.InsertHead(K::Make(w.x)), w.s->Put(0, w.x); }},
+      {"Move", [](W& w) { Same(w.s->c.Move(w.i, w.j), w.s->Move(w.i, w.j)) ? w.Grow(1) : void(); }},
+      {"Reverse",
+       [](W& w) { w.s->Has(w.i) ? w.s->c.Reverse(w.i, w.to), w.s->Reverse(w.i, w.to) : void(); }},
+      {"Find", [](W& w) { Same(K::Find(w.s->c, w.x, w.i, w.j), w.s->Find(w.x, w.i, w.j)); }},
+      {"FindDel",  // the cursor ends out
+       [](W& w) {
+         Same(K::FindDel(w.s->c, w.x), w.s->FindDel(w.x)), ZT_FUZZ_CHECK(w.s->c.IsOut());
+         w.s->cur = w.s->c.GetCur();
+       }},
+      {"Reset", [](W& w) { w.s->Clear(); }},
+  };
+  own.insert(own.end(), shared.begin(), shared.end());
   return own;
 }
 

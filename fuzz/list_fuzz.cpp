@@ -54,8 +54,8 @@ std::vector<zt::fuzz::Op<W>> Ops() {
        }},
       {"InsertCur",  // with the cursor out: at the tail
        [](W& w) {
-         w.s->c.MoveTo(w.i), w.s->c.InsertCur(K::Make(w.x)),
-             w.s->Put(w.s->Has(w.i) ? w.i : w.n, w.x);
+         w.s->c.MoveTo(w.i), w.s->c.InsertCur(K::Make(w.x));
+         w.s->Put(w.s->Has(w.i) ? w.i : w.n, w.x);
        }},
       {"InsertAfterCur",  // with the cursor out: at the head
        [](W& w) {
@@ -67,11 +67,12 @@ std::vector<zt::fuzz::Op<W>> Ops() {
          w.s->c.MoveTo(w.i), w.s->c.DelCur(), w.s->cur = -1;
          if (w.s->Has(w.i)) w.s->v.erase(w.s->v.begin() + w.i), w.s->cur = w.i - 1;
        }},
-      // The cursor wraps through -1 at both ends.
-      {"MoveToNext",
-       [](W& w) { w.s->c.MoveToNext(), w.s->cur = w.s->Has(w.s->cur + 1) ? w.s->cur + 1 : -1; }},
-      {"MoveToPre",
-       [](W& w) { w.s->c.MoveToPre(), w.s->cur = w.s->cur < 0 ? w.n - 1 : w.s->cur - 1; }},
+      {"MoveToNext or MoveToPre",  // the cursor wraps through -1 at both ends
+       [](W& w) {
+         const ZtLong cur = w.s->cur;
+         w.flag ? w.s->c.MoveToNext() : w.s->c.MoveToPre();
+         w.s->cur = w.flag ? (w.s->Has(cur + 1) ? cur + 1 : -1) : (cur < 0 ? w.n - 1 : cur - 1);
+       }},
       {"MoveTo and GetAt",
        [](W& w) {
          w.s->c.MoveTo(w.i), w.s->cur = w.s->Has(w.i) ? w.i : -1;
@@ -117,11 +118,6 @@ std::vector<zt::fuzz::Op<W>> Ops() {
          w.s->c.SetLength(length, true), w.s->v.resize(length, K::kOwning ? -1 : 0);
          if (length < w.n) w.s->cur = length - 1;
        }},
-      {"copy",
-       [](W& w) {
-         typename K::Box copy(w.s->c);
-         zt::fuzz::ExpectSequence(copy, w.s->v, copy.GetCur(), [](auto e) { return K::Get(e); });
-       }},
   });
 }
 
@@ -133,10 +129,5 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static const auto kDList = Ops<Plain<ZtDList<int>>>();
   static const auto kXList = Ops<Plain<ZtXList<int>>>();
   static const auto kPDList = Ops<zt::fuzz::Owning<ZtPDList<int>>>();
-  Input in(data, size);
-  const int pick = in.Byte() & 3;
-  return pick == 0   ? zt::fuzz::Play(in, kList)
-         : pick == 1 ? zt::fuzz::Play(in, kDList)
-         : pick == 2 ? zt::fuzz::Play(in, kXList)
-                     : zt::fuzz::Play(in, kPDList);
+  return zt::fuzz::PlayAny(data, size, kList, kDList, kXList, kPDList);
 }

@@ -23,8 +23,7 @@ int main(int argc, char** argv) {
   }
   for (const auto& file : files) {
     std::ifstream stream(file, std::ios::binary);
-    const std::vector<char> bytes((std::istreambuf_iterator<char>(stream)),
-                                  std::istreambuf_iterator<char>());
+    const std::vector<char> bytes{std::istreambuf_iterator<char>(stream), {}};
     LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
   }
   std::printf("%zu passed, 0 failed\n", files.size());

@@ -113,6 +113,5 @@ std::vector<zt::fuzz::Op<W>> Ops() {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static const auto kArray = Ops<ArrayStream>();
   static const auto kBlocks = Ops<ZtDynArrayStreamEx>();
-  Input in(data, size);
-  return in.Bool() ? zt::fuzz::Play(in, kBlocks) : zt::fuzz::Play(in, kArray);
+  return zt::fuzz::PlayAny(data, size, kArray, kBlocks);
 }
