@@ -31,7 +31,7 @@ void Sweep(Make make, State state, const std::vector<std::function<void(Obj&)>>&
   }
 }
 
-// Moves, appends of the sequence to itself and FindOrAppend, on a small sequence of each kind.
+// Moves, appends of the sequence to itself, FindOrAppend and InsertHead on each kind.
 template <class Seq, class New>
 void SweepSequence(New make) {
   Sweep<Seq>(
@@ -51,18 +51,14 @@ TEST(OutOfMemorySweep, SequencesStayAsTheyWere) {
   SweepSequence<ZtDList<int>>([] { return ZtDList<int>(); });
   // Small groups and index unit: the index grows too.
   SweepSequence<ZtXList<int>>([] { return ZtXList<int>(0, 2, 1); });
-  const auto objects = [](const ZtPDList<int>& l) {
-    std::vector<int> out;
-    for (ZtLong i = 0; i < l.GetLength(); ++i) out.push_back(l.GetPData(i));
-    return std::make_tuple(out, l.GetCur());
-  };
   Sweep<ZtPDList<int>>(
       [] {
         ZtPDList<int> l;
         l.Append(new int(1));
         return l;
       },
-      objects, {[](ZtPDList<int>& l) { l.SetLength(5, true); }});
+      [](const ZtPDList<int>& l) { return std::make_tuple(Values(l), l.GetCur()); },
+      {[](ZtPDList<int>& l) { l.SetLength(5, true); }});
 }
 
 TEST(OutOfMemorySweep, StringsAndStreamsKeepTheirContents) {
