@@ -121,6 +121,15 @@ void ListAppendZt(benchmark::State& state) {
     benchmark::DoNotOptimize(l.GetLength());
   }
 }
+// The same with an index allocation unit that covers the whole run, so the index never grows.
+void XListAppendOneUnitZt(benchmark::State& state) {
+  const auto n = static_cast<int>(state.range(0));
+  for (auto _ : state) {
+    ZtXList<int> l(0, 25, n / 25 + 1);
+    for (int i = 0; i < n; ++i) l.Append(i);
+    benchmark::DoNotOptimize(l.GetLength());
+  }
+}
 template <class L>
 void ListAppendStd(benchmark::State& state) {
   const auto n = static_cast<int>(state.range(0));
@@ -242,7 +251,8 @@ ZT_BENCH_PAIRS {
        {1000, 1000000});
   Pair("DList.InsertDelete", ListInsertDeleteZt<ZtDList<int>>, ListInsertDeleteStd<std::list<int>>,
        {1000, 1000000});
-  Pair("XList.Append", ListAppendZt<XList>, ListAppendStd<std::deque<int>>, {1000, 1000000});
+  Pair("XList.Append", ListAppendZt<XList>, ListAppendStd<std::list<int>>, {1000, 1000000});
+  Pair("XList.AppendOneUnit", XListAppendOneUnitZt, ListAppendStd<std::list<int>>, {1000, 1000000});
   Pair("XList.MoveTo", ListMoveToZt<XList>, ListMoveToStd<std::list<int>>, {1000, 100000});
   Pair("XList.MoveToVsDeque", ListMoveToZt<XList>, ListMoveToStd<std::deque<int>>, {1000, 1000000});
   Pair("XList.InsertDelete", ListInsertDeleteZt<XList>, ListInsertDeleteStd<std::deque<int>>,

@@ -21,6 +21,14 @@ using ZtLong = std::int32_t;
 #endif
 static_assert(sizeof(ZtLong) == 4, "ZtLong must be 32 bits wide");
 
+// ZT_HAS_RTTI is 1 when run-time type information is on. Headers use it only for fast paths that
+// have a generic fallback, so clients built without RTTI still compile them.
+#if defined(__GXX_RTTI) || defined(_CPPRTTI)
+#define ZT_HAS_RTTI 1
+#else
+#define ZT_HAS_RTTI 0
+#endif
+
 #if defined(ZT_STATIC)
 #define ZT_API
 #elif defined(_WIN32)

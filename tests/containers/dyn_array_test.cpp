@@ -3,6 +3,7 @@
 // ZtDynArray's storage rules (growth by the allocation unit, exact sizing), buffer hand-over, the
 // rank sort, copies, and the strong guarantee of everything that allocates.
 #include "zt/containers/dyn_array.h"
+#include "zt/containers/list_quene.h"
 
 #include <gtest/gtest.h>
 
@@ -154,6 +155,33 @@ TEST(DynArray, OutOfContractAccessStaysInsideTheBuffer) {
   EXPECT_TRUE(a.GetNext(nullptr) == nullptr && a.GetPre(nullptr) == nullptr);
   a.ReAllocate(-4);
   EXPECT_EQ(a.GetLength(), 0);
+}
+
+// An array whose walk skips every other element and whose GetAt reads back to front.
+class Skipping : public ZtDynArray<int> {
+ public:
+  const int* GetNext(const int* p) const override {
+    const int* q = ZtDynArray<int>::GetNext(p);
+    return q != nullptr ? ZtDynArray<int>::GetNext(q) : nullptr;
+  }
+  const int& GetAt(ZtLong i) const override { return ZtDynArray<int>::GetAt(m_length - 1 - i); }
+};
+
+// The searches read a plain array's block directly; a derived array's own slots must still
+// decide what they see.
+TEST(DynArray, SearchesGoThroughTheSlotsOfADerivedArray) {
+  ZtDynArray<int> plain;
+  Skipping derived;
+  Fill(plain, {9, 7, 5, 3, 1});
+  Fill(derived, {9, 7, 5, 3, 1});
+  EXPECT_EQ(Both(plain.Find(3), derived.Find(3)), Both(3, -1));        // derived: from the 1 on
+  EXPECT_EQ(Both(plain.Find(7, 1), derived.Find(7, 1)), Both(1, -1));  // 3, then past the end
+  EXPECT_EQ(Both(plain.BFind(7), derived.BFind(7)), Both(-1, 3));      // derived reads 1 3 5 7 9
+  ZtListQuene<ZtLong> plainHits;
+  ZtListQuene<ZtLong> derivedHits;
+  plain.Find(9, plainHits);
+  derived.Find(9, derivedHits);
+  EXPECT_EQ(Both(plainHits.GetCount(), derivedHits.GetCount()), Both(1, 0));
 }
 
 TEST(DynArrayFaults, EveryGrowthLeavesTheArrayUnchangedWhenAllocationFails) {

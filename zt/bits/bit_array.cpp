@@ -98,23 +98,6 @@ void ZtBitArray::SetUnitSize(ZtLong s) {
   m_unitSize = s;
 }
 
-ZtLong ZtBitArray::GetValue(ZtLong i) const {
-  ZtLong byte = 0;
-  ZtLong bit = 0;
-  UnitToByte(i, byte, bit);
-  const ZtLong mask = m_unitSize == 1 ? 1 : m_unitSize == 2 ? 3 : 15;
-  return (static_cast<unsigned char>(m_data[byte]) >> bit) & mask;
-}
-
-void ZtBitArray::SetValue(ZtLong i, char v) {
-  ZtLong byte = 0;
-  ZtLong bit = 0;
-  UnitToByte(i, byte, bit);
-  const unsigned mask = m_unitSize == 1 ? 1U : m_unitSize == 2 ? 3U : 15U;
-  m_data[byte] = static_cast<char>(static_cast<unsigned char>(m_data[byte]) |
-                                   (static_cast<unsigned char>(v) & mask) << bit);
-}
-
 void ZtBitArray::SetAll(char v) {
   for (ZtLong i = 0; i < m_unitNum; ++i) SetValue(i, v);
 }
@@ -125,20 +108,6 @@ void ZtBitArray::SetAll() {
 
 void ZtBitArray::ResetAll() {
   if (m_data != nullptr) std::memset(m_data, 0, static_cast<std::size_t>(GetByteSize()));
-}
-
-bool ZtBitArray::operator[](ZtLong bit) const {
-  return (static_cast<unsigned char>(m_data[bit / 8]) >> (bit % 8) & 1U) != 0;
-}
-
-void ZtBitArray::Set(ZtLong bit) {
-  m_data[bit / 8] =
-      static_cast<char>(static_cast<unsigned char>(m_data[bit / 8]) | 1U << (bit % 8));
-}
-
-void ZtBitArray::Reset(ZtLong bit) {
-  m_data[bit / 8] =
-      static_cast<char>(static_cast<unsigned char>(m_data[bit / 8]) & ~(1U << (bit % 8)));
 }
 
 template <class T>
@@ -158,15 +127,6 @@ ZtBitArray::operator double() const { return LoadFront<double>(); }
 ZtBitArray::operator const int*() const { return reinterpret_cast<const int*>(m_data); }
 ZtBitArray::operator const float*() const { return reinterpret_cast<const float*>(m_data); }
 ZtBitArray::operator const double*() const { return reinterpret_cast<const double*>(m_data); }
-
-void ZtBitArray::UnitToByte(ZtLong i, ZtLong& byte, ZtLong& bit) const {
-  BitToByte(i * m_unitSize, byte, bit);
-}
-
-void ZtBitArray::BitToByte(ZtLong i, ZtLong& byte, ZtLong& bit) const {
-  byte = i / 8;
-  bit = i % 8;
-}
 
 ZtBit2dArray::ZtBit2dArray(ZtLong rowNum, ZtLong colNum, ZtLong unitSize)
     : ZtBitArray(rowNum * colNum, unitSize), m_rowNum(rowNum), m_colNum(colNum) {}

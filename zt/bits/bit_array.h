@@ -65,10 +65,24 @@ class ZT_API ZtBitArray {
   static ZtLong BitToByte(ZtLong bits) { return bits / 8 + (bits % 8 > 0 ? 1 : 0); }
   bool IsValidIndex(ZtLong i) const { return i >= 0 && i < m_unitNum; }
 
+  // The single-unit and single-bit accessors are inline: they sit in the inner loops of callers.
+
   /// Unit i, masked with 1, 3 or 15 for unit sizes 1, 2 and any other.
-  ZtLong GetValue(ZtLong i) const;
+  ZtLong GetValue(ZtLong i) const {
+    ZtLong byte = 0;
+    ZtLong bit = 0;
+    UnitToByte(i, byte, bit);
+    return (static_cast<unsigned char>(m_data[byte]) >> bit) & UnitMask();
+  }
   /// ORs v into unit i (v is cut to the unit's width so neighbouring units never change).
-  void SetValue(ZtLong i, char v);
+  void SetValue(ZtLong i, char v) {
+    ZtLong byte = 0;
+    ZtLong bit = 0;
+    UnitToByte(i, byte, bit);
+    const unsigned bits = (static_cast<unsigned char>(v) & static_cast<unsigned>(UnitMask()))
+                          << bit;
+    m_data[byte] = static_cast<char>(static_cast<unsigned char>(m_data[byte]) | bits);
+  }
   /// SetValue(i, v) for every unit, OR semantics included.
   void SetAll(char v);
   /// Every byte becomes 0xFF.
@@ -76,9 +90,17 @@ class ZT_API ZtBitArray {
   /// Every byte becomes 0.
   void ResetAll();
   /// Bit `bit` of the buffer, whatever the unit size.
-  bool operator[](ZtLong bit) const;
-  void Set(ZtLong bit);
-  void Reset(ZtLong bit);
+  bool operator[](ZtLong bit) const {
+    return (static_cast<unsigned char>(m_data[bit / 8]) >> (bit % 8) & 1U) != 0;
+  }
+  void Set(ZtLong bit) {
+    m_data[bit / 8] =
+        static_cast<char>(static_cast<unsigned char>(m_data[bit / 8]) | 1U << (bit % 8));
+  }
+  void Reset(ZtLong bit) {
+    m_data[bit / 8] =
+        static_cast<char>(static_cast<unsigned char>(m_data[bit / 8]) & ~(1U << (bit % 8)));
+  }
 
   /// The first byte (0 without a buffer).
   operator char() const;  // NOLINT(google-explicit-constructor): part of the interface
@@ -95,9 +117,14 @@ class ZT_API ZtBitArray {
 
  protected:
   /// Byte and bit offset of unit i.
-  void UnitToByte(ZtLong i, ZtLong& byte, ZtLong& bit) const;
+  void UnitToByte(ZtLong i, ZtLong& byte, ZtLong& bit) const {
+    BitToByte(i * m_unitSize, byte, bit);
+  }
   /// Byte and bit offset of bit i.
-  void BitToByte(ZtLong i, ZtLong& byte, ZtLong& bit) const;
+  void BitToByte(ZtLong i, ZtLong& byte, ZtLong& bit) const {
+    byte = i / 8;
+    bit = i % 8;
+  }
 
   char* m_data = nullptr;
   ZtLong m_unitSize = 1;
@@ -105,6 +132,7 @@ class ZT_API ZtBitArray {
   bool m_own = true;
 
  private:
+  ZtLong UnitMask() const { return m_unitSize == 1 ? 1 : m_unitSize == 2 ? 3 : 15; }
   // The first sizeof(T) bytes as a little-endian T, bytes past the buffer read as 0.
   template <class T>
   T LoadFront() const;

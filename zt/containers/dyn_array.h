@@ -59,7 +59,10 @@ class ZtDynArray : public ZtDynArrayBase<T> {
 
   /// Makes the length n. When n exceeds the capacity the buffer becomes n + allocation unit
   /// slots; a smaller n only lowers the length. The cursor does not move.
-  void ReAllocate(ZtLong n) override;
+  void ReAllocate(ZtLong n) override {
+    if (n > m_spaceSize) Grow(n);  // out of line: the common case only sets the length
+    this->m_length = n < 0 ? 0 : n;
+  }
   /// Makes length and capacity exactly n (no buffer for 0). When n already equals the capacity
   /// nothing is reallocated and the contents stay even without `keep`.
   void SetLength(ZtLong n, bool keep) override;
@@ -114,6 +117,8 @@ class ZtDynArray : public ZtDynArrayBase<T> {
   ZtLong m_allocUnit = 10;
 
  private:
+  // Reallocates to n + allocation unit slots, keeping the elements; the length stays.
+  void Grow(ZtLong n);
   // True when p is the address of one of the first `count` elements.
   bool Contains(const T* p, ZtLong count) const {
     return p != nullptr && count > 0 && !std::less<const T*>()(p, m_data) &&
@@ -122,16 +127,12 @@ class ZtDynArray : public ZtDynArrayBase<T> {
 };
 
 template <class T>
-void ZtDynArray<T>::ReAllocate(ZtLong n) {
-  if (n < 0) n = 0;
-  if (n > m_spaceSize) {
-    ZtLong space = zt::detail::AddLength(n, m_allocUnit > 0 ? m_allocUnit : 0);
-    T* fresh = zt::detail::CopyIntoNew(space, m_data, this->m_length);
-    delete[] m_data;
-    m_data = fresh;
-    m_spaceSize = space;
-  }
-  this->m_length = n;
+void ZtDynArray<T>::Grow(ZtLong n) {
+  const ZtLong space = zt::detail::AddLength(n, m_allocUnit > 0 ? m_allocUnit : 0);
+  T* fresh = zt::detail::CopyIntoNew(space, m_data, this->m_length);
+  delete[] m_data;
+  m_data = fresh;
+  m_spaceSize = space;
 }
 
 template <class T>

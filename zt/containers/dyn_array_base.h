@@ -32,7 +32,9 @@
 #ifndef ZT_CONTAINERS_DYN_ARRAY_BASE_H_
 #define ZT_CONTAINERS_DYN_ARRAY_BASE_H_
 
+#include <algorithm>
 #include <memory>
+#include <typeinfo>
 
 #include "zt/config.h"
 #include "zt/containers/clone.h"
@@ -42,6 +44,28 @@
 
 template <class T>
 class ZtArray;
+template <class T>
+class ZtDynArray;
+template <class T>
+class ZtDynArrayBase;
+
+namespace zt::detail {
+
+// The elements of `s` as one block, or null. Only an object whose dynamic type is exactly
+// ZtDynArray<T> qualifies: its storage is contiguous and no derived class has replaced the slots
+// that the generic walks call, so reading the block gives what those walks would. The searches
+// use it to skip a virtual call per element.
+template <class T>
+const T* ContiguousElements(const ZtDynArrayBase<T>& s) {
+#if ZT_HAS_RTTI
+  if (typeid(s) == typeid(ZtDynArray<T>)) {
+    return static_cast<const ZtDynArray<T>&>(s).ZtDynArray<T>::GetFirst();
+  }
+#endif
+  return nullptr;
+}
+
+}  // namespace zt::detail
 
 /// Abstract cursor sequence: m_length elements and one cursor, behind a 25-slot virtual interface.
 /// Derived containers keep m_length and m_cur current; everything here relies only on the slots.
@@ -316,7 +340,11 @@ void ZtDynArrayBase<T>::DeepCopy(const ZtArray<T>& src) {
 template <class T>
 ZtLong ZtDynArrayBase<T>::Find(const T& v, ZtLong from, ZtLong to) const {
   if (to < 0 || to >= m_length) to = m_length - 1;
-  if (!IsValidIndex(from)) return -1;
+  if (!IsValidIndex(from) || from > to) return -1;
+  if (const T* data = zt::detail::ContiguousElements(*this)) {
+    const T* hit = std::find(data + from, data + to + 1, v);
+    return hit != data + to + 1 ? static_cast<ZtLong>(hit - data) : -1;
+  }
   ZtLong i = from;
   for (const T* p = &GetAt(from); p != nullptr && i <= to; p = GetNext(p), ++i) {
     if (*p == v) return i;
@@ -327,7 +355,12 @@ ZtLong ZtDynArrayBase<T>::Find(const T& v, ZtLong from, ZtLong to) const {
 template <class T>
 ZtLong ZtDynArrayBase<T>::Find(const T& v, ZtQuene<ZtLong>& hits, ZtLong from, ZtLong to) const {
   if (to == -1 || to >= m_length) to = m_length - 1;
-  if (IsValidIndex(from)) {
+  if (const T* data = zt::detail::ContiguousElements(*this);
+      data != nullptr && IsValidIndex(from)) {
+    for (ZtLong i = from; i <= to; ++i) {
+      if (data[i] == v) hits.Push(i);
+    }
+  } else if (IsValidIndex(from)) {
     ZtLong i = from;
     for (const T* p = &GetAt(from); p != nullptr && i <= to; p = GetNext(p), ++i) {
       if (*p == v) hits.Push(i);
@@ -369,10 +402,14 @@ ZtLong ZtDynArrayBase<T>::FindDel(const T& v) {
 
 template <class T>
 ZtLong ZtDynArrayBase<T>::BFind(const T& v, ZtLong from, ZtLong to) const {
+  const auto after = [&v](const T& e) { return zt::detail::Greater(v, e); };
+  const auto before = [&v](const T& e) { return zt::detail::Less(v, e); };
+  if (const T* data = zt::detail::ContiguousElements(*this)) {
+    return zt::detail::BinarySearch(
+        m_length, from, to, [data](ZtLong i) -> const T& { return data[i]; }, after, before);
+  }
   return zt::detail::BinarySearch(
-      m_length, from, to, [this](ZtLong i) -> const T& { return GetAt(i); },
-      [&v](const T& e) { return zt::detail::Greater(v, e); },
-      [&v](const T& e) { return zt::detail::Less(v, e); });
+      m_length, from, to, [this](ZtLong i) -> const T& { return GetAt(i); }, after, before);
 }
 
 template <class T>
@@ -478,5 +515,9 @@ bool ZtDynArrayBase<T>::operator==(const ZtDynArrayBase& other) const {
 }
 
 extern template class ZT_API ZtDynArrayBase<char>;
+
+// The searches above read a ZtDynArray's block directly, so the class must be complete wherever
+// they are instantiated.
+#include "zt/containers/dyn_array.h"  // IWYU pragma: export
 
 #endif  // ZT_CONTAINERS_DYN_ARRAY_BASE_H_

@@ -75,13 +75,13 @@ class ZtXList : public ZtDList<T> {
   void DelCur() override {
     if (this->IsOut()) return;
     ZtLong entries = m_groupIndex.GetLength();
-    if ((m_length - 1) % m_groupSize == 0) m_groupIndex.ReAllocate(--entries);
+    if (IsGroupEnd(m_length - 1, entries - 1)) m_groupIndex.ReAllocate(--entries);
     ShiftGroups(m_cur, entries, false);
     Base::DelCur();
   }
   void InsertAfterCur(const T& v) override {
     const ZtLong entries = m_groupIndex.GetLength();
-    const bool opensGroup = m_length % m_groupSize == 0;  // the new last element starts a group
+    const bool opensGroup = IsGroupEnd(m_length, entries);  // the new last element starts one
     if (opensGroup) ReserveGroups(zt::detail::AddLength(entries, 1));
     Base::InsertAfterCur(v);
     ShiftGroups(m_cur, entries, true);
@@ -136,6 +136,11 @@ class ZtXList : public ZtDList<T> {
   ZtLong m_groupSize;
 
  private:
+  // True when `length` elements fill exactly `groups` groups. With the index exact, groups is
+  // the number of entries, so this replaces a division on every insertion at the end.
+  bool IsGroupEnd(ZtLong length, ZtLong groups) const {
+    return static_cast<std::int64_t>(groups) * m_groupSize == length;
+  }
   /// Entries of an index over `length` elements.
   static ZtLong GroupsFor(ZtLong length, ZtLong groupSize) {
     return length > 0 ? (length - 1) / groupSize + 1 : 0;
@@ -151,6 +156,9 @@ class ZtXList : public ZtDList<T> {
   /// Moves each of the first `entries` entries whose group starts at or after index c one node
   /// back (after an insertion at c) or forward (before the deletion at c).
   void ShiftGroups(ZtLong c, ZtLong entries, bool back) {
+    // The last entry's group starts before c (always so at the end): nothing to move, and no
+    // division on the append path.
+    if (static_cast<std::int64_t>(entries - 1) * m_groupSize < c) return;
     for (ZtLong k = c > 0 ? (c - 1) / m_groupSize + 1 : 0; k < entries; ++k) {
       Node*& entry = m_groupIndex[k];
       entry = back ? Base::D(entry)->pre : entry->next;

@@ -19,6 +19,7 @@
 #define ZT_STREAMS_STREAM_H_
 
 #include "zt/config.h"
+#include "zt/platform/byte_order.h"
 
 /// Abstract positioned byte stream with a fixed typed layout; storage comes from derived classes.
 class ZT_API ZtStream {
@@ -29,8 +30,11 @@ class ZT_API ZtStream {
 
   // ---- The virtual interface, in slot order ----------------------------------------------------
 
+  // The typed calls and MoveTo are defined inline so that a caller that knows the stream's type
+  // reaches the raw Write and Read without a call per layer; they stay virtual slots.
+
   /// Position i; a negative i is taken as 0. May stand at or past the end.
-  virtual void MoveTo(ZtLong i);
+  virtual void MoveTo(ZtLong i) { m_cur = i < 0 ? 0 : i; }
   /// Position 0 and length 0.
   virtual void Reset();
   /// Stores the n bytes of p at the position, growing the stream as needed. Does not move.
@@ -38,18 +42,22 @@ class ZT_API ZtStream {
   /// Copies up to n bytes from the position into p, stopping at the end; the rest of p is left
   /// as it was. Does not move.
   virtual void Read(void* p, ZtLong n);
-  virtual void WriteChar(char c);
+  virtual void WriteChar(char c) { WriteValue(c); }
   /// Stores the byte 1 or 0.
-  virtual void WriteBool(bool b);
-  virtual void WriteShort(short v);
-  virtual void WriteLong(ZtLong v);
-  virtual void WriteDouble(double v);
-  virtual void ReadChar(char& c);
+  virtual void WriteBool(bool b) { WriteValue(static_cast<char>(b ? 1 : 0)); }
+  virtual void WriteShort(short v) { WriteValue(v); }
+  virtual void WriteLong(ZtLong v) { WriteValue(v); }
+  virtual void WriteDouble(double v) { WriteValue(v); }
+  virtual void ReadChar(char& c) { ReadValue(c); }
   /// Any non-zero byte reads as true.
-  virtual void ReadBool(bool& b);
-  virtual void ReadShort(short& v);
-  virtual void ReadLong(ZtLong& v);
-  virtual void ReadDouble(double& v);
+  virtual void ReadBool(bool& b) {
+    char byte = b ? 1 : 0;
+    ReadValue(byte);
+    b = byte != 0;
+  }
+  virtual void ReadShort(short& v) { ReadValue(v); }
+  virtual void ReadLong(ZtLong& v) { ReadValue(v); }
+  virtual void ReadDouble(double& v) { ReadValue(v); }
   virtual ~ZtStream();
 
   // ---- Position ------------------------------------------------------------------------------
@@ -119,6 +127,27 @@ class ZT_API ZtStream {
  protected:
   ZtLong m_cur = 0;
   ZtLong m_length = 0;
+
+ private:
+  // A typed write: the value's little-endian bytes through the raw Write, then the position
+  // moves by the width.
+  template <class T>
+  void WriteValue(T v) {
+    unsigned char bytes[sizeof(T)];
+    zt::detail::StoreLittleEndian(v, bytes);
+    Write(bytes, sizeof(T));
+    MoveTo(m_cur + static_cast<ZtLong>(sizeof(T)));
+  }
+  // A typed read. The bytes start as the destination's own, so that a read cut short by the end
+  // of the data fills only the low-order bytes; the position moves by the full width regardless.
+  template <class T>
+  void ReadValue(T& v) {
+    unsigned char bytes[sizeof(T)];
+    zt::detail::StoreLittleEndian(v, bytes);
+    Read(bytes, sizeof(T));
+    v = zt::detail::LoadLittleEndian<T>(bytes);
+    MoveTo(m_cur + static_cast<ZtLong>(sizeof(T)));
+  }
 };
 
 #endif  // ZT_STREAMS_STREAM_H_
