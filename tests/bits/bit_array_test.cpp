@@ -107,6 +107,7 @@ TEST(BitArray, ResizingAndUnitSizesKeepTheFrontBytes) {
   };
   ExpectStrongGuarantee(
       b, [](ZtBitArray& x) { x.ReAllocate(50); }, state);
+  b.ResetAll();  // the bytes ReAllocate added are unspecified: define them before comparing
   const ZtBitArray big(101, 2);
   ExpectStrongGuarantee(
       b, [&big](ZtBitArray& x) { x = big; }, state);

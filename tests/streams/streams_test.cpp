@@ -174,6 +174,7 @@ TEST(DynArrayStream, SetLengthResetSubscriptAndCopies) {
   const Bytes bytes = Contents(s);
   EXPECT_EQ(Bytes(bytes.begin() + 5, bytes.end()), (Bytes{'k', 0, 0, 'e'}));
   EXPECT_EQ(Contents(copy), (Bytes{1, 2, 3}));
+  for (ZtLong i = 0; i < 5; ++i) s[i] = 'a';  // bytes the subscript's growth left unspecified
   ExpectStrongGuarantee(
       s, [](PeekStream& x) { x << 2.5; },
       [](PeekStream& x) { return std::make_tuple(StreamState(x), x.Array().GetSpaceSize()); });
