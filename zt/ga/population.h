@@ -49,6 +49,12 @@ extern template class ZT_API ZtList<GA_Individual*>;
 extern template class ZT_API ZtDList<GA_Individual*>;
 extern template class ZT_API ZtPDList<GA_Individual>;
 
+// Append hides the list's virtual Append on purpose; the compilers' warning about it is silenced
+// for this class only.
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+#endif
 /// The individuals in their order, with the size limit, the mutation ratio and the generation
 /// loop.
 class ZT_API GA_Population : public ZtPDList<GA_Individual> {
@@ -84,5 +90,8 @@ class ZT_API GA_Population : public ZtPDList<GA_Individual> {
   ZtLong m_mutationRatio = 10;  ///< mutation attempts per generation, % of m_maxNum
   ZtLong m_generation = 0;      ///< completed Evolve calls; the library never reads it
 };
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif
 
 #endif  // ZT_GA_POPULATION_H_
