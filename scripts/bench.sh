@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Builds the benchmarks in bench/ (Release, the bench preset), runs them all and prints one table:
 # each workload, zt's time, the standard library's time for the same work in the same run, and
-# their ratio. Extra arguments go to every benchmark program, e.g. --benchmark_filter=DynArray or
-# --benchmark_min_time=0.1. The raw results are kept in build/bench/results.csv.
+# their ratio. Each benchmark runs 3 times and the table shows the medians. Extra arguments go to every
+# benchmark program, e.g. --benchmark_filter=DynArray, --benchmark_min_time=0.1 or
+# --benchmark_repetitions=1. The raw results are kept in build/bench/results.csv.
 #   scripts/bench.sh --build   only builds them (CI does this; timings there mean nothing)
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -18,11 +19,16 @@ cmake --build --preset bench >/dev/null
 results=build/bench/results.csv
 : >"$results"
 for program in build/bench/bench/zt_*_bench; do
-  "$program" --benchmark_format=csv "$@" 2>/dev/null | { grep '^"' || true; } >>"$results"  # a filter may leave a program nothing to run
+  # A filter may leave a program nothing to run.
+  "$program" --benchmark_format=csv --benchmark_repetitions=3 --benchmark_report_aggregates_only \
+    "$@" 2>/dev/null | { grep '^"' || true; } >>"$results"
 done
 
-# Rows are named "<workload>/zt[/n]" and "<workload>/std[/n]"; times are in ns unless stated.
-# A workload without a standard twin (Evolve) shows "-".
+# Rows are named "<workload>/zt[/n]" and "<workload>/std[/n]", with a suffix for the aggregates
+# (only _median is used; a single repetition has none); times are in ns unless stated. A workload
+# without a standard twin (Evolve) shows "-".
+printf '%-40s %12s %12s %8s\n' workload zt std zt/std
+# Rows sorted by workload name, sizes by value.
 awk -F, '
   function ns(t, unit) { return unit == "us" ? t * 1e3 : unit == "ms" ? t * 1e6 : unit == "s" ? t * 1e9 : t }
   function show(t) {
@@ -30,15 +36,16 @@ awk -F, '
   }
   {
     name = $1; gsub(/"/, "", name)
+    if (name ~ /_(mean|stddev|cv)$/) next
+    sub(/_median$/, "", name)
     side = name ~ /\/std(\/|$)/ ? "std" : "zt"  # a workload without a twin counts as zt
     key = name; sub(/\/(zt|std)/, "", key)
     if (!(key in seen)) { seen[key] = 1; order[++n] = key }
     time[key, side] = ns($4, $5)  # CPU time: steadier on a shared machine
   }
   END {
-    printf "%-40s %12s %12s %8s\n", "workload", "zt", "std", "zt/std"
     for (i = 1; i <= n; ++i) {
       k = order[i]; z = time[k, "zt"]; s = time[k, "std"]
       printf "%-40s %12s %12s %8s\n", k, show(z), (s > 0 ? show(s) : "-"), (s > 0 ? sprintf("%.2f", z / s) : "-")
     }
-  }' "$results"
+  }' "$results" | sort -V
