@@ -258,6 +258,25 @@ class ZtDynArrayBase {
     }
   }
   void CopyRangeInto(const T* p, ZtLong count, ZtDynArrayBase& out) const;
+  // Calls stop(i, element) for i = from, from + 1, ... up to `to` (from must be a valid index)
+  // and returns the first i for which it is true, or -1. A plain ZtDynArray is read as one block;
+  // any other sequence is walked through its slots.
+  template <class Stop>
+  ZtLong Scan(ZtLong from, ZtLong to, Stop stop) const {
+    if (to < from) return -1;
+    if (const T* data = zt::detail::ContiguousElements(*this)) {
+      const T* end = data + to + 1;  // find_if: the library's unrolled loop
+      const T* hit = std::find_if(data + from, end, [data, &stop](const T& e) {
+        return stop(static_cast<ZtLong>(&e - data), e);
+      });
+      return hit != end ? static_cast<ZtLong>(hit - data) : -1;
+    }
+    ZtLong i = from;
+    for (const T* p = &GetAt(from); p != nullptr && i <= to; p = GetNext(p), ++i) {
+      if (stop(i, *p)) return i;
+    }
+    return -1;
+  }
 };
 
 // ---- Definitions -------------------------------------------------------------------------------
@@ -340,31 +359,18 @@ void ZtDynArrayBase<T>::DeepCopy(const ZtArray<T>& src) {
 template <class T>
 ZtLong ZtDynArrayBase<T>::Find(const T& v, ZtLong from, ZtLong to) const {
   if (to < 0 || to >= m_length) to = m_length - 1;
-  if (!IsValidIndex(from) || from > to) return -1;
-  if (const T* data = zt::detail::ContiguousElements(*this)) {
-    const T* hit = std::find(data + from, data + to + 1, v);
-    return hit != data + to + 1 ? static_cast<ZtLong>(hit - data) : -1;
-  }
-  ZtLong i = from;
-  for (const T* p = &GetAt(from); p != nullptr && i <= to; p = GetNext(p), ++i) {
-    if (*p == v) return i;
-  }
-  return -1;
+  if (!IsValidIndex(from)) return -1;
+  return Scan(from, to, [&v](ZtLong /*i*/, const T& e) { return e == v; });
 }
 
 template <class T>
 ZtLong ZtDynArrayBase<T>::Find(const T& v, ZtQuene<ZtLong>& hits, ZtLong from, ZtLong to) const {
   if (to == -1 || to >= m_length) to = m_length - 1;
-  if (const T* data = zt::detail::ContiguousElements(*this);
-      data != nullptr && IsValidIndex(from)) {
-    for (ZtLong i = from; i <= to; ++i) {
-      if (data[i] == v) hits.Push(i);
-    }
-  } else if (IsValidIndex(from)) {
-    ZtLong i = from;
-    for (const T* p = &GetAt(from); p != nullptr && i <= to; p = GetNext(p), ++i) {
-      if (*p == v) hits.Push(i);
-    }
+  if (IsValidIndex(from)) {
+    Scan(from, to, [&v, &hits](ZtLong i, const T& e) {
+      if (e == v) hits.Push(i);
+      return false;
+    });
   }
   return hits.GetCount();
 }
