@@ -9,6 +9,7 @@
 
 #include "zt/bits/bit_array.h"
 #include "zt/bits/bit_data.h"
+#include "zt/checked.h"
 #include "zt/config.h"
 #include "zt/containers/array.h"
 #include "zt/containers/clone.h"

@@ -23,6 +23,7 @@
 
 #include <functional>
 
+#include "zt/checked.h"
 #include "zt/config.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/internal/element_ops.h"
@@ -189,7 +190,7 @@ void ZtDynArray<T>::InsertCur(const T& v) {
 
 template <class T>
 void ZtDynArray<T>::DelCur() {
-  if (this->IsOut()) return;
+  if (!ZT_IN_CONTRACT(!this->IsOut(), "DelCur", "ZtDynArray", "cursor", this->m_cur)) return;
   const ZtLong at = this->m_cur;
   zt::detail::MoveRange(m_data + at, m_data + at + 1, this->m_length - 1 - at);
   this->ReAllocate(this->m_length - 1);
