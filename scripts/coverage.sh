@@ -13,7 +13,7 @@ find build/coverage -name '*.gcda' -delete
 ctest --preset coverage >/dev/null
 # Branches that the compiler adds for exceptions (unwinding paths) are not the library's own
 # decisions: leave them out, as every gcov-based report of C++ code does.
-args=(--root . --filter 'zt/' --object-directory build/coverage --exclude-throw-branches
+args=(--root . --filter 'zt/' --object-directory build/coverage --exclude-directories 'build/coverage/CMakeFiles' --exclude-throw-branches
       --exclude-unreachable-branches)
 gcovr "${args[@]}" --txt build/coverage/coverage.txt --print-summary
 if [ "${1:-}" = --html ]; then
