@@ -76,15 +76,25 @@ class ListQueneBody : public ZtQuene<E> {
 /// FIFO queue of values on a singly linked list; copies copy the values and the limit.
 template <class T>
 class ZtListQuene : public zt::detail::ListQueneBody<T, ZtList<T>> {
+  using Body = zt::detail::ListQueneBody<T, ZtList<T>>;
+
  public:
-  explicit ZtListQuene(ZtLong limit = -1) : zt::detail::ListQueneBody<T, ZtList<T>>(limit) {}
+  /// An unbounded queue.
+  ZtListQuene() : Body(-1) {}
+  /// A queue holding at most `limit` elements (no bound when negative).
+  explicit ZtListQuene(ZtLong limit) : Body(limit) {}
 };
 
 /// FIFO queue owning the objects it holds; copies clone the objects.
 template <class T>
 class ZtPDListQuene : public zt::detail::ListQueneBody<T*, ZtPDList<T>> {
+  using Body = zt::detail::ListQueneBody<T*, ZtPDList<T>>;
+
  public:
-  explicit ZtPDListQuene(ZtLong limit = -1) : zt::detail::ListQueneBody<T*, ZtPDList<T>>(limit) {}
+  /// An unbounded queue.
+  ZtPDListQuene() : Body(-1) {}
+  /// A queue holding at most `limit` elements (no bound when negative).
+  explicit ZtPDListQuene(ZtLong limit) : Body(limit) {}
   /// Hands the head object to the caller: its place is emptied before the node goes.
   bool Pop(T*& out) override {
     if (!this->GetHead(out)) return false;
