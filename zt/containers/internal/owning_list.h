@@ -32,8 +32,8 @@ auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
 
 // The members of an owning list class `Class` over the list base `Base` (a type alias in the
 // class), element pointers T*: the owning slots DelCur, Reset, Sort(bool) and Move, the appended
-// slot Sort(int (*)(const T&, const T&)), and the non-virtual owning interface. Comments inside a
-// macro must be block comments.
+// slot Sort(int (*)(const T&, const T&)), the non-virtual owning interface, and the protected
+// ReAllocate. Comments inside a macro must be block comments.
 #define ZT_DETAIL_OWNING_LIST_MEMBERS(Class)                                                       \
  public:                                                                                           \
   /* Deletes the object at the cursor once its node has left the list. */                          \
@@ -117,6 +117,12 @@ auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
     return zt::detail::owning::SortInto<T>(*this, p, allowEqual);                                  \
   }                                                                                                \
   bool operator==(const Class& other) const { return zt::detail::owning::Equal<T>(*this, other); } \
-  bool operator!=(const Class& other) const { return !(*this == other); }
+  bool operator!=(const Class& other) const { return !(*this == other); }                          \
+                                                                                                   \
+ protected:                                                                                        \
+  /* Grows with empty places: the list appends T() values, and T() of a pointer is null. */        \
+  void ReAllocate(ZtLong n) override { Base::ReAllocate(n); }                                      \
+                                                                                                   \
+ public:
 
 #endif  // ZT_CONTAINERS_INTERNAL_OWNING_LIST_H_
