@@ -2,7 +2,8 @@
 //
 // ZtDynArray<int> and ZtDynPArray<int> against a std::vector<int> with the cursor and the
 // capacity that the growth rule gives (a grown buffer holds the new length plus the allocation
-// unit; copies, SetLength and SetSpaceSize size it exactly). The first byte picks the class.
+// unit; copies, SetLength and SetSpaceSize size it exactly, but an owning array keeps it when the
+// size asked for is its length). The first byte picks the class.
 #include "fuzz/driver.h"
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/dyn_parray.h"
@@ -53,12 +54,17 @@ std::vector<zt::fuzz::Op<W>> Ops() {
            return w.Grow(1), w.a.Put(static_cast<ZtLong>(at - v.begin()), w.x);
          K::Drop(e), Same(K::Get(w.a.c.GetCurData()), w.x), w.a.cur = w.a.c.GetCur();
        }},
+      // An owning array at its own length changes nothing, its capacity included.
       {"SetSpaceSize",
-       [](W& w) { w.cap = Same(w.a.c.SetSpaceSize(w.k), w.k >= w.n) ? w.k : w.cap; }},
+       [](W& w) {
+         const bool keeps = K::kOwning && w.k == w.n;
+         w.cap = Same(w.a.c.SetSpaceSize(w.k), w.k >= w.n) && !keeps ? w.k : w.cap;
+       }},
       {"SetLength",  // a plain array's new elements are unspecified: only an owning one grows
        [](W& w) {
-         w.cap = w.k % (K::kOwning ? w.n + 4 : w.n + 1);
-         w.a.c.SetLength(w.cap, true), w.a.v.resize(w.cap, -1);
+         const ZtLong n = w.k % (K::kOwning ? w.n + 4 : w.n + 1);
+         if (!K::kOwning || n != w.n) w.cap = n;
+         w.a.c.SetLength(n, true), w.a.v.resize(n, -1);
        }},
       {"copy",  // exact-size with the default unit and its cursor at the end
        [](W& w) {

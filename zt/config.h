@@ -21,12 +21,11 @@ using ZtLong = std::int32_t;
 #endif
 static_assert(sizeof(ZtLong) == 4, "ZtLong must be 32 bits wide");
 
-// ZT_HAS_RTTI is 1 when run-time type information is on. Headers use it only for fast paths that
-// have a generic fallback, so clients built without RTTI still compile them.
-#if defined(__GXX_RTTI) || defined(_CPPRTTI)
-#define ZT_HAS_RTTI 1
-#else
-#define ZT_HAS_RTTI 0
+// The headers need run-time type information: copies between the owning containers and splices
+// between lists decide by the dynamic class (dynamic_cast), and the searches recognise a plain
+// ZtDynArray by its type (typeid). A client built without it gets this error, not a stray one.
+#if !defined(__GXX_RTTI) && !defined(_CPPRTTI)
+#error "zt's headers need run-time type information: build without -fno-rtti or /GR-"
 #endif
 
 #if defined(ZT_STATIC)

@@ -30,14 +30,6 @@ std::pair<Ints, long long> At(const ZtDynArrayBase<int>& l) { return {Values(l),
 std::pair<Ints, long long> At(Ints values, ZtLong cursor) { return {std::move(values), cursor}; }
 using Probe = IndexProbe<ZtXList<int>>;
 
-template <class A, class B, class = void>
-struct CanConbine : std::false_type {};
-template <class A, class B>
-struct CanConbine<A, B, decltype(void(std::declval<A&>().Conbine(std::declval<B&>(), 0)))>
-    : std::true_type {};
-static_assert(CanConbine<ZtDList<int>, ZtDList<int>>::value);
-static_assert(!CanConbine<ZtList<int>, ZtDList<int>>::value);
-
 /// A grouped list with groups of two, so that the index changes with nearly every edit.
 class Grouped : public Probe {
  public:
@@ -203,10 +195,13 @@ TYPED_TEST(ListTest, FailedInsertionsLeaveTheListUnchanged) {
 TEST(List, SplicesRefuseTheOtherKindOfList) {
   ZtList<int> single;
   ZtDList<int> doubly;
+  ZtDList<int> other;
   ZtList<int>& asSingle = Fill(doubly, {1});
   Fill(single, {5});
-  EXPECT_EQ((Longs{asSingle.Conbine(single, 0), single.Conbine(asSingle, 0)}), (Longs{1, 1}));
-  EXPECT_EQ(BackwardValues(doubly), Ints{1});
+  EXPECT_EQ((Longs{asSingle.Conbine(single, 0), single.Conbine(doubly, 0)}), (Longs{1, 1}));
+  ZtList<int>& otherAsList = Fill(other, {2});  // doubly linked behind a ZtList<int>&: accepted
+  EXPECT_EQ(doubly.Conbine(otherAsList, 0), 2);
+  EXPECT_EQ(BackwardValues(doubly), (Ints{1, 2}));
 }
 
 TEST(XList, EveryChangeKeepsTheIndexExact) {
@@ -247,7 +242,7 @@ TEST(XList, EveryChangeKeepsTheIndexExact) {
     }
   }
   Probe empty(0, 0);  // group size taken as 1
-  EXPECT_EQ(empty.GetGroupSize(), 1);
+  EXPECT_EQ(empty.GroupSize(), 1);
 }
 
 TEST(XList, GrowingTheIndexFailsBeforeTheListChanges) {

@@ -15,6 +15,7 @@
 #include "zt/containers/dyn_parray.h"
 #include "zt/containers/pdlist.h"
 #include "zt/containers/pxlist.h"
+#include "zt/containers/xlist.h"
 
 namespace zt::test {
 namespace {
@@ -109,8 +110,8 @@ TYPED_TEST(OwningTest, RemovalDeletesOnlyTheRemovedObject) {
     o.DecreaseSize(2);
     EXPECT_EQ(this->Objects(o), (Ints{3}));
   }
-  o.SetLength(2, false);  // deletes every object first
-  EXPECT_EQ(this->Objects(o), (Ints{-1, -1}));
+  o.SetLength(2, false);  // the array deletes every object first; a list keeps its elements
+  EXPECT_EQ(this->Objects(o), this->kIsList ? (Ints{3, -1}) : (Ints{-1, -1}));
   this->Check(o);
   o.PlaceIn(new Tracked(5));
   o.Reset();
@@ -149,8 +150,15 @@ TYPED_TEST(OwningTest, SearchesAndSortedInsertionCompareObjects) {
   EXPECT_EQ(o.GetCur(), 2);  // after the equal object
   EXPECT_TRUE(o.SortInto(new Tracked(9), false));
   EXPECT_EQ(this->Objects(o), (Ints{0, 1, 1, 8, 9}));
-  // Compares the pointer, never dereferences it once deleted.
-  EXPECT_EQ((Longs{o.FindDel(dup), o.FindDel(dup)}), (Longs{1, 0}));
+  // Compares the pointer, never dereferences it once deleted. A list walks the cursor from the
+  // head, out when the pointer is absent; the array searches without moving it.
+  o.MoveTo(1);
+  EXPECT_EQ((Longs{o.FindDel(dup), o.GetCur(), o.FindDel(dup), o.GetCur()}),
+            (Longs{1, 1, 0, this->kIsList ? -1 : 1}));
+  // `from` above `to`: before `from`, or after `to`.
+  EXPECT_EQ((Longs{o.BFindDataTo(Tracked(4), 3, 1), o.GetCur(), o.BFindDataTo(Tracked(9), 2, 1),
+                   o.GetCur()}),
+            (Longs{0, 3, 0, 2}));
   this->Check(o);
 }
 
@@ -236,11 +244,63 @@ TEST(DynPArray, CopiesCloneThroughTheVirtualClone) {
   EXPECT_NE(copy[0], shapes[0]);
 }
 
-TEST(DynPArray, SetSpaceSizeToTheLengthDropsTheSpareSlots) {
+TEST(DynPArray, SetLengthAtTheLengthKeepsTheSpareSlots) {
   ZtDynPArray<Tracked> a(10);
   a.Append(new Tracked(1));
+  a.SetLength(1, true);
   EXPECT_TRUE(a.SetSpaceSize(1));
-  EXPECT_TRUE(a.GetSpaceSize() == 1 && a.GetLength() == 1 && a[0]->value() == 1);
+  EXPECT_TRUE(a.GetSpaceSize() == 10 && a.GetLength() == 1 && a[0]->value() == 1);
+}
+
+TEST(OwningList, FindDataOrAppendAddsACopyMadeWithNew) {
+  const auto copies = [](auto list) {
+    list.FindDataOrAppend(Square());
+    list.FindDataOrInsertHead(Square());  // a Shape is no Square: inserted too
+    return Both(list.GetLength(), list.GetPData(0).Corners() + list.GetPData(1).Corners());
+  };
+  EXPECT_EQ(copies(ZtPDList<Shape>()), Both(2, 0));  // Shapes copied from Squares, not clones
+  EXPECT_EQ(copies(ZtPXList<Shape>()), Both(2, 0));
+}
+
+// Abstract and without a default constructor: the owning containers need only delete and the
+// comparisons, so a container of a polymorphic base reads its objects.
+struct Polygon {
+  explicit Polygon(int corners) : corners(corners) {}
+  Polygon(const Polygon&) = default;
+  Polygon& operator=(const Polygon&) = default;
+  virtual ~Polygon() = default;
+  virtual int Sides() const = 0;
+  bool operator==(const Polygon& o) const { return corners == o.corners; }
+  bool operator!=(const Polygon& o) const { return corners != o.corners; }
+  bool operator<(const Polygon& o) const { return corners < o.corners; }
+  bool operator>(const Polygon& o) const { return corners > o.corners; }
+  int corners;
+};
+struct Triangle : Polygon {
+  Triangle() : Polygon(3) {}
+  int Sides() const override { return 3; }
+};
+
+TEST(Owning, ReadsObjectsOfAnAbstractClass) {
+  const auto read = [](auto& o) {
+    o.Append(new Triangle);
+    o.MoveTo(0);
+    return o.GetPData(0).Sides() + o(0).corners + o.GetCurPData().Sides();
+  };
+  ZtDynPArray<Polygon> array;
+  ZtPDList<Polygon> list;
+  ZtPXList<Polygon> grouped;
+  EXPECT_EQ((Longs{read(array), read(list), read(grouped)}), (Longs{9, 9, 9}));
+}
+
+TEST(PXList, ConstructionAndCopiesLeaveTheCursorWhereTheirStepsDo) {
+  const ZtPXList<Tracked> made(5, 2);  // the owning growth keeps the cursor on -1
+  const ZtXList<int> plain(5, 2);      // building the index ends on the last group start
+  ZtPXList<Tracked> copy(made);        // the copy builds its own index
+  ZtPXList<Tracked> assigned;
+  assigned = made;
+  EXPECT_EQ((Longs{made.GetCur(), plain.GetCur(), copy.GetCur(), assigned.GetCur()}),
+            (Longs{-1, 4, 4, 4}));
 }
 
 }  // namespace

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
+#include <new>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -16,7 +18,9 @@
 #include "zt/containers/array.h"
 #include "zt/containers/dlist.h"
 #include "zt/containers/dyn_array.h"
+#include "zt/containers/dyn_parray.h"
 #include "zt/containers/list.h"
+#include "zt/containers/pdlist.h"
 #include "zt/containers/xlist.h"
 
 namespace zt::test {
@@ -115,7 +119,18 @@ TYPED_TEST(SequenceTest, MovePutsTheElementBeforeTheTargetIndex) {
   }
   auto s = this->Make({1, 2, 3, 4});
   s.MoveTo(1);
-  for (auto [from, to] : {std::pair{2, 2}, {2, 3}, {-1, 2}, {0, 9}}) EXPECT_FALSE(s.Move(from, to));
+  constexpr ZtLong kMin = std::numeric_limits<ZtLong>::min();
+  constexpr ZtLong kMax = std::numeric_limits<ZtLong>::max();
+  for (auto [from, to] : {std::pair{2, 2},
+                          {2, 3},
+                          {-1, 2},
+                          {0, 9},
+                          {0, kMin},
+                          {kMax, kMin},
+                          {kMin, kMax},
+                          {kMin, kMin + 1}}) {
+    EXPECT_FALSE(s.Move(from, to));  // without overflow at the extremes
+  }
   EXPECT_EQ(Values(s), this->V({1, 2, 3, 4}));
   EXPECT_EQ(s.GetCur(), 1);
 }
@@ -134,6 +149,8 @@ TYPED_TEST(SequenceTest, ExchangeSetAllAndSizeChanges) {
   EXPECT_EQ(s.GetLength(), this->kIsList ? 5 : 3);  // a list's ReAllocate only grows
   s.DecreaseSize(9);
   EXPECT_EQ(s.GetLength(), this->kIsList ? 5 : 0);
+  // A length past 2^31 - 1 cannot be allocated.
+  EXPECT_THROW(s.DecreaseSize(std::numeric_limits<ZtLong>::min()), std::bad_alloc);
   auto t = this->Make({1, 2, 3});
   t.ZtDynArrayBase<E>::Reset();  // the base body, deleting from the tail
   EXPECT_EQ(Both(t.GetLength(), t.GetCur()), Both(0, -1));
@@ -179,14 +196,17 @@ TYPED_TEST(SequenceTest, BinarySearchAndInsertionPoint) {
   EXPECT_EQ((Longs{s.BFind(E(5)), s.BFind(E(0)), s.BFind(E(9)), s.BFind(E(4))}),
             (Longs{2, -1, -1, -1}));
   EXPECT_EQ(this->Make({}).BFind(E(1)), -1);
-  for (auto [v, found, cursor] : {std::tuple{4, false, 2},
-                                  {9, false, this->End(4)},
-                                  {0, false, 0},
-                                  {7, true, 3},
-                                  {2, false, 1},
-                                  {6, false, 3},
-                                  {1, true, 0}}) {
-    EXPECT_EQ((Longs{s.BFindTo(E(v)), s.GetCur()}), (Longs{found, cursor})) << v;
+  for (auto [v, from, to, found, cursor] : {std::tuple{4, 0, -1, false, 2},
+                                            {9, 0, -1, false, this->End(4)},
+                                            {0, 0, -1, false, 0},
+                                            {7, 0, -1, true, 3},
+                                            {2, 0, -1, false, 1},
+                                            {6, 0, -1, false, 3},
+                                            {1, 0, -1, true, 0},
+                                            // `from` above `to`: before `from`, or after `to`
+                                            {4, 3, 1, false, 3},
+                                            {9, 3, 1, false, 2}}) {
+    EXPECT_EQ((Longs{s.BFindTo(E(v), from, to), s.GetCur()}), (Longs{found, cursor})) << v;
   }
   auto empty = this->Make({});
   EXPECT_FALSE(empty.BFindTo(E(1)));
@@ -254,6 +274,37 @@ TYPED_TEST(SequenceTest, CopiesAppendsAndComparisonsOfWholeSequences) {
   EXPECT_TRUE(m({1, 2}) == m({1, 2}) && m({1, 2}) != m({1, 3}) && m({}) == m({}));
   EXPECT_FALSE(m({1}) == m({1, 2}) || m({1, 2}) < m({9, 9}) || m({1, 2}) > m({9, 9}));
   EXPECT_TRUE(m({9}) < m({1, 2}));
+}
+
+/// Counts the calls that inherited bodies make to slots a client class overrides.
+template <class Base>
+struct CountsSlots : Base {
+  void MoveToFirst() override { ++first, Base::MoveToFirst(); }
+  void MoveToPre() override { ++pre, Base::MoveToPre(); }
+  void DelCur() override { ++del, Base::DelCur(); }
+  int first = 0, pre = 0, del = 0;
+};
+struct CountsReleases : ZtDynPArray<Tracked> {
+  void ReleaseCur() override { ++released, ZtDynPArray<Tracked>::ReleaseCur(); }
+  int released = 0;
+};
+
+TEST(Sequence, InheritedBodiesCallTheSlotsAClientOverrides) {
+  CountsSlots<ZtDynArray<int>> array;
+  array.InsertHead(1);  // MoveToFirst, then InsertCur
+  CountsSlots<ZtDList<int>> list;
+  for (int i = 0; i < 100; ++i) list.Append(i);
+  list.MoveTo(90);
+  list.pre = 0;
+  list.MoveTo(1);  // steps back one element at a time
+  CountsSlots<ZtPDList<Tracked>> owning;
+  owning.Append(new Tracked(1));
+  delete owning.TakeOffHead();  // removes the emptied element through DelCur
+  CountsReleases releases;
+  releases << new Tracked(1) << nullptr;
+  releases.ReleaseAll();  // ReleaseCur on every slot
+  EXPECT_EQ((std::vector<int>{array.first, list.pre, owning.del, releases.released}),
+            (std::vector<int>{1, 89, 1, 2}));
 }
 
 }  // namespace

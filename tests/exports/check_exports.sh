@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Compares the exported symbols of the shared library with the interface list zt/exports.txt:
 # the dynamic symbols of libzt.so, or the export table of zt.dll (read with OBJDUMP, which
-# defaults to the MinGW-w64 one, and demangled with the c++filt beside it).
+# defaults to the MinGW-w64 one, and demangled with the c++filt beside it). A "member" entry names
+# one symbol of a listed class that must be exported, as a sample that the whole class is.
 #   check_exports.sh LIBRARY EXPORTS_FILE [OBJDUMP]
 set -euo pipefail
 lib=$1 list=$2 objdump=${3:-x86_64-w64-mingw32-objdump}
@@ -27,6 +28,7 @@ exported | awk -v list="$list" -v rtti_of_bases="$rtti_of_bases" '
       if (line ~ /^#/ || line == "") continue
       kind = substr(line, 1, index(line, " ") - 1)
       name = substr(line, index(line, " ") + 1)
+      if (kind == "member") { m++; members[m] = name; found[m] = 0; continue }
       n++; kinds[n] = kind; names[n] = name; seen[n] = 0
     }
   }
@@ -39,11 +41,13 @@ exported | awk -v list="$list" -v rtti_of_bases="$rtti_of_bases" '
       if ((kinds[i] == "class" && (sym == names[i] || index(sym, names[i] "::") == 1)) ||
           (kinds[i] == "function" && sym == names[i])) { owner = i; break }
     }
+    for (i = 1; i <= m; i++) if (sym == members[i]) found[i]++
     if (owner) seen[owner]++
     else if (!(rtti && rtti_of_bases)) { print "exported but not in the interface: " $0; bad = 1 }
   }
   END {
     for (i = 1; i <= n; i++) if (!seen[i]) { print "missing export: " kinds[i] " " names[i]; bad = 1 }
+    for (i = 1; i <= m; i++) if (!found[i]) { print "missing export: member " members[i]; bad = 1 }
     if (!bad) print "exports match: " n " entries"
     exit bad
   }'

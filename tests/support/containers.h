@@ -83,6 +83,7 @@ template <class L>
 class IndexProbe : public L {
  public:
   using L::L;
+  ZtLong GroupSize() const { return this->m_groupSize; }
   std::vector<const void*> Index() const {
     std::vector<const void*> entries;
     entries.reserve(static_cast<std::size_t>(this->m_groupIndex.GetLength()));
@@ -97,7 +98,7 @@ class IndexProbe : public L {
 /// start, that MoveTo(i) lands on the walked-to node for every i, and that the back links agree.
 template <class L>
 void ExpectIndexExact(IndexProbe<L>& l) {
-  const ZtLong size = l.GetGroupSize();
+  const ZtLong size = l.GroupSize();
   std::vector<const void*> starts;
   ZtLong i = 0;
   for (auto* p = l.GetFirst(); p != nullptr; p = l.GetNext(p), ++i) {

@@ -27,12 +27,13 @@
 template <class T>
 class ZtArray {
  public:
-  ZtArray() = default;
   /// n elements with unspecified values; empty and bufferless when n <= 0.
-  explicit ZtArray(ZtLong n) { ReAllocate(n, false); }
+  // NOLINTNEXTLINE(google-explicit-constructor): implicit, as the interface declares it
+  ZtArray(ZtLong n = 0) { ReAllocate(n, false); }
   ZtArray(const ZtArray& src) { Assign(src.m_data, src.m_count); }
   /// Copies every element of any sequence, in order, without moving its cursor.
-  explicit ZtArray(const ZtDynArrayBase<T>& src);
+  // NOLINTNEXTLINE(google-explicit-constructor): implicit, as the interface declares it
+  ZtArray(const ZtDynArrayBase<T>& src);
   ZtArray& operator=(const ZtArray& src) {
     if (this != &src) Assign(src.m_data, src.m_count);
     return *this;

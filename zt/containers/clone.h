@@ -49,6 +49,28 @@ bool IsOwning(const Seq& seq) {
   return dynamic_cast<const OwnsPointees*>(&seq) != nullptr;
 }
 
+// Deletes the object at the cursor of a pointer sequence and leaves an empty place there; nothing
+// when the cursor is out or the place is empty.
+template <class Seq>
+void DeleteCurObject(Seq& s) {
+  if (s.IsOut()) return;
+  auto* p = s.GetCurData();
+  if (p == nullptr) return;
+  s.SetCurData(nullptr);
+  delete p;
+}
+
+// When `dst` owns the objects its elements point to, deletes every one of them and leaves empty
+// places. The copying algorithms call it before they overwrite all of dst's elements, so that an
+// owning target whose length change keeps its old pointers loses none of them.
+template <class T, class Seq>
+void ReleaseIfOwning(Seq& dst) {
+  if constexpr (std::is_pointer_v<T> && std::is_object_v<std::remove_pointer_t<T>>) {
+    if (!IsOwning(dst)) return;
+    for (dst.MoveToFirst(); !dst.IsOut(); dst.MoveToNext()) DeleteCurObject(dst);
+  }
+}
+
 // The value to store when copying element `v` from `src` to `dst`: a clone of the object when
 // both own their objects, the element itself otherwise.
 template <class T>

@@ -28,14 +28,24 @@
 #include "zt/containers/internal/element_ops.h"
 #include "zt/containers/list.h"
 
-/// A node of ZtDList<T>: a ZtListNode<T> (data, next) followed by the back link. In a doubly
-/// linked list every `next` points at a ZtDListNode<T>.
+/// A node of ZtDList<T>: `data` and `next` laid out as in ZtListNode<T>, so that the bodies a
+/// doubly linked list inherits from ZtList<T> walk these nodes too, then the back link.
 template <class T>
-struct ZtDListNode : ZtListNode<T> {
-  ZtDListNode() = default;
-  explicit ZtDListNode(const T& v) : ZtListNode<T>(v) {}
+struct ZtDListNode {
+  /// `next` and `pre` null; `data` value-initialised.
+  ZtDListNode() : data(), next(nullptr), pre(nullptr) {}
+  ZtDListNode(const ZtDListNode&) = default;
+  /// Copies the three fields.
+  ZtDListNode& operator=(const ZtDListNode& o) {
+    data = o.data;
+    next = o.next;
+    pre = o.pre;
+    return *this;
+  }
 
-  ZtDListNode* pre = nullptr;
+  T data;
+  ZtDListNode* next;
+  ZtDListNode* pre;
 };
 
 /// Circular doubly linked list with a sentinel node; ownership as in ZtList<T>.
@@ -48,15 +58,15 @@ class ZtDList : public ZtList<T>, public zt::detail::DoublyLinkedNodes {
 
  public:
   /// A list of n elements of value T() (none when n <= 0); cursor -1.
-  explicit ZtDList(ZtLong n = 0) : Base(zt::detail::AdoptSentinel{}, NewSentinel()) {
-    Build(nullptr, n);
-  }
+  // NOLINTNEXTLINE(google-explicit-constructor): implicit, as the interface declares it
+  ZtDList(ZtLong n = 0) : Base(zt::detail::AdoptSentinel{}, NewSentinel()) { Build(nullptr, n); }
   ZtDList(const ZtDList& src)
       : Base(zt::detail::AdoptSentinel{}, NewSentinel()), zt::detail::DoublyLinkedNodes() {
     Build(&src, src.GetLength());
   }
   /// A copy of any sequence, array or list; cursor -1.
-  explicit ZtDList(const Seq& src) : Base(zt::detail::AdoptSentinel{}, NewSentinel()) {
+  // NOLINTNEXTLINE(google-explicit-constructor): implicit, as the interface declares it
+  ZtDList(const Seq& src) : Base(zt::detail::AdoptSentinel{}, NewSentinel()) {
     Build(&src, src.GetLength());
   }
   ZtDList& operator=(const ZtDList& src) {
@@ -75,11 +85,11 @@ class ZtDList : public ZtList<T>, public zt::detail::DoublyLinkedNodes {
   }
   /// One step back; from -1 to the last element, from element 0 to -1.
   void MoveToPre() override {
-    m_curNode = D(m_curNode)->pre;
+    m_curNode = N(D(m_curNode)->pre);
     m_cur = m_curNode == m_tail ? m_length - 1 : m_cur - 1;
   }
   /// Cursor on i (-1 when i is not a valid index): element 0 and the last element directly,
-  /// otherwise a walk from the cursor in the direction of i.
+  /// otherwise steps of MoveToPre or MoveToNext from the cursor in the direction of i.
   void MoveTo(ZtLong i) override {
     if (!this->IsValidIndex(i)) {
       this->SetCursor(m_head, -1);
@@ -87,8 +97,10 @@ class ZtDList : public ZtList<T>, public zt::detail::DoublyLinkedNodes {
       this->SetCursor(m_head->next, 0);
     } else if (i == m_length - 1) {
       this->SetCursor(m_tail, i);
+    } else if (i < m_cur) {
+      while (m_cur > i) MoveToPre();
     } else {
-      this->SetCursor(NodeFromCursor(i), i);
+      while (m_cur < i) this->MoveToNext();
     }
   }
   const T* GetPre(const T* p) const override {
@@ -114,7 +126,7 @@ class ZtDList : public ZtList<T>, public zt::detail::DoublyLinkedNodes {
     DNode* const prev = D(m_curNode);
     DNode* const n = this->template NewNodeAfterCur<DNode>(v);
     n->pre = prev;
-    D(n->next)->pre = n;
+    n->next->pre = n;
   }
   void DetachAfterCur() override {
     Base::DetachAfterCur();
@@ -155,15 +167,16 @@ class ZtDList : public ZtList<T>, public zt::detail::DoublyLinkedNodes {
   template <class After>
   void BackwardInsertionSort(After after);
 
-  static DNode* D(Node* n) { return static_cast<DNode*>(n); }
-  static const DNode* D(const Node* n) { return static_cast<const DNode*>(n); }
+  static DNode* D(Node* n) { return Base::template AsNodeT<DNode>(n); }
+  static const DNode* D(const Node* n) { return reinterpret_cast<const DNode*>(n); }
+  static Node* N(DNode* n) { return Base::AsNode(n); }
 
  private:
-  static DNode* NewSentinel() {
+  static Node* NewSentinel() {
     DNode* s = new DNode;
     s->next = s;
     s->pre = s;
-    return s;
+    return N(s);
   }
   /// A constructor's filling: copies of src's first n elements, or n values T().
   void Build(const Seq* src, ZtLong n) {
@@ -185,7 +198,7 @@ class ZtDList : public ZtList<T>, public zt::detail::DoublyLinkedNodes {
     Node* n = m_curNode;
     ZtLong k = m_cur;
     for (; k < i; ++k) n = n->next;
-    for (; k > i; --k) n = D(n)->pre;
+    for (; k > i; --k) n = N(D(n)->pre);
     return n;
   }
 };

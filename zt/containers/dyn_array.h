@@ -36,7 +36,8 @@ class ZtDynArray : public ZtDynArrayBase<T> {
 
  public:
   /// An empty array with `spaceSize` slots reserved and the given allocation unit.
-  explicit ZtDynArray(ZtLong spaceSize = 0, ZtLong allocUnit = 10) : m_allocUnit(allocUnit) {
+  // NOLINTNEXTLINE(google-explicit-constructor): implicit, as the interface declares it
+  ZtDynArray(ZtLong spaceSize = 0, ZtLong allocUnit = 10) : m_allocUnit(allocUnit) {
     if (spaceSize > 0) {
       m_data = zt::detail::CopyIntoNew<T>(spaceSize, nullptr, 0);
       m_spaceSize = spaceSize;
@@ -46,7 +47,8 @@ class ZtDynArray : public ZtDynArrayBase<T> {
   /// cursor stands at its end.
   ZtDynArray(const ZtDynArray& src) : Base() { this->DeepCopy(src); }
   /// The same, copying from any sequence (a list included).
-  explicit ZtDynArray(const Base& src) { this->DeepCopy(src); }
+  // NOLINTNEXTLINE(google-explicit-constructor): implicit, as the interface declares it
+  ZtDynArray(const Base& src) { this->DeepCopy(src); }
   /// Copies the elements; the allocation unit stays as it was.
   ZtDynArray& operator=(const ZtDynArray& src) {
     if (this != &src) this->DeepCopy(src);

@@ -33,6 +33,7 @@
 #define ZT_CONTAINERS_DYN_ARRAY_BASE_H_
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <typeinfo>
 
@@ -57,11 +58,9 @@ namespace zt::detail {
 // use it to skip a virtual call per element.
 template <class T>
 const T* ContiguousElements(const ZtDynArrayBase<T>& s) {
-#if ZT_HAS_RTTI
   if (typeid(s) == typeid(ZtDynArray<T>)) {
     return static_cast<const ZtDynArray<T>&>(s).ZtDynArray<T>::GetFirst();
   }
-#endif
   return nullptr;
 }
 
@@ -114,14 +113,20 @@ class ZtDynArrayBase {
   /// Inserts v at the cursor's index; what stood there moves up. The cursor names the new
   /// element. On an array a cursor at m_length appends.
   virtual void InsertCur(const T& v) = 0;
-  /// v becomes element i; cursor on it. When the insertion throws, the cursor is restored.
-  virtual void Insert(ZtLong i, const T& v) { InsertAt(i, v); }
-  /// v becomes element 0; cursor on it. When the insertion throws, the cursor is restored.
-  virtual void InsertHead(const T& v) { InsertAt(0, v); }
-  /// v becomes the last element; returns its index and leaves the cursor on it. When the
-  /// insertion throws, the cursor is restored.
+  /// v becomes element i (MoveTo(i), InsertCur(v)); cursor on it. When the insertion throws, the
+  /// cursor is restored.
+  virtual void Insert(ZtLong i, const T& v) {
+    PositionAndInsert([this, i] { MoveTo(i); }, v);
+  }
+  /// v becomes element 0 (MoveToFirst(), InsertCur(v)); cursor on it. When the insertion throws,
+  /// the cursor is restored.
+  virtual void InsertHead(const T& v) {
+    PositionAndInsert([this] { MoveToFirst(); }, v);
+  }
+  /// v becomes the last element (MoveTo(length), InsertCur(v)); returns its index and leaves the
+  /// cursor on it. When the insertion throws, the cursor is restored.
   virtual ZtLong Append(const T& v) {
-    InsertAt(m_length, v);
+    PositionAndInsert([this] { MoveTo(m_length); }, v);
     return m_cur;
   }
   /// Removes the element at the cursor; the cursor moves to the element before it (-1 after
@@ -173,7 +178,7 @@ class ZtDynArrayBase {
   void Exchange(ZtLong i, ZtLong j);
   void IncreaseSize(ZtLong n) { ReAllocate(zt::detail::AddLength(m_length, n)); }
   /// Shortens an array by n (never below 0); a list keeps its length.
-  void DecreaseSize(ZtLong n) { ReAllocate(m_length - n); }
+  void DecreaseSize(ZtLong n) { ReAllocate(zt::detail::AddLength(m_length, -std::int64_t{n})); }
   /// Assigns v to every element; the cursor ends out (at m_length on an array).
   void SetAll(const T& v);
   /// Appends v; returns *this so that appends chain.
@@ -246,10 +251,12 @@ class ZtDynArrayBase {
   ZtLong m_cur = -1;
 
  private:
-  // MoveTo(i) then InsertCur(v), putting the cursor back where it was if the insertion throws.
-  void InsertAt(ZtLong i, const T& v) {
+  // Runs `position`, then InsertCur(v), putting the cursor back where it was if the insertion
+  // throws.
+  template <class Position>
+  void PositionAndInsert(Position position, const T& v) {
     const ZtLong cur = m_cur;
-    MoveTo(i);
+    position();
     try {
       InsertCur(v);
     } catch (...) {
@@ -300,8 +307,8 @@ T& ZtDynArrayBase<T>::operator[](ZtLong i) {
 
 template <class T>
 bool ZtDynArrayBase<T>::Move(ZtLong from, ZtLong to) {
-  if (from == to || from == to - 1) return false;
   if (!IsValidIndex(from) || to < 0 || to > m_length) return false;
+  if (from == to || from == to - 1) return false;
   const ZtLong cur = m_cur;
   MoveTo(from);
   const T copy = GetCurData();  // taken first: the insertion may move the storage
@@ -342,6 +349,7 @@ template <class T>
 void ZtDynArrayBase<T>::DeepCopy(const ZtDynArrayBase& src) {
   if (&src == this) return;
   const zt::detail::ElementCopier<T> copy(src, *this);
+  zt::detail::ReleaseIfOwning<T>(*this);
   SetLength(src.GetLength(), false);
   const T* p = src.GetFirst();
   for (MoveToFirst(); !IsOut() && p != nullptr; MoveToNext(), p = src.GetNext(p)) {
@@ -351,6 +359,7 @@ void ZtDynArrayBase<T>::DeepCopy(const ZtDynArrayBase& src) {
 
 template <class T>
 void ZtDynArrayBase<T>::DeepCopy(const ZtArray<T>& src) {
+  zt::detail::ReleaseIfOwning<T>(*this);
   SetLength(src.GetLength(), false);
   ZtLong i = 0;
   for (MoveToFirst(); !IsOut(); MoveToNext()) SetCurData(src[i++]);
@@ -452,11 +461,13 @@ void ZtDynArrayBase<T>::CopyRangeInto(const T* p, ZtLong count, ZtDynArrayBase& 
     // Slicing a sequence into itself: take the values before the target is resized.
     std::unique_ptr<T[]> values(count > 0 ? new T[static_cast<std::size_t>(count)] : nullptr);
     for (ZtLong k = 0; k < count && p != nullptr; ++k, p = GetNext(p)) values[k] = copy(*p);
+    zt::detail::ReleaseIfOwning<T>(out);
     out.SetLength(count, false);
     ZtLong k = 0;
     for (out.MoveToFirst(); !out.IsOut(); out.MoveToNext()) out.SetCurData(values[k++]);
     return;
   }
+  zt::detail::ReleaseIfOwning<T>(out);
   out.SetLength(count, false);
   for (out.MoveToFirst(); !out.IsOut() && p != nullptr; out.MoveToNext(), p = GetNext(p)) {
     out.SetCurData(copy(*p));

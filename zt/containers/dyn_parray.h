@@ -20,7 +20,9 @@
 // The *Data members, the object sorts and == compare the pointed-to objects with T's operators;
 // Find, FindDel(T*) and the pointer-comparator Sort compare pointers. Empty slots are skipped by
 // the searches and gather at the end in every object sort, in both directions. GetPData,
-// GetCurPData and operator() on an empty slot yield a scratch object instead of dereferencing null.
+// GetCurPData and operator() on an empty slot yield a scratch object instead of dereferencing null;
+// for a T of which no scratch object can be made (abstract, or without a default constructor)
+// such a call stops the program with std::abort. T needs only delete, ==, !=, < and >.
 #ifndef ZT_CONTAINERS_DYN_PARRAY_H_
 #define ZT_CONTAINERS_DYN_PARRAY_H_
 
@@ -36,7 +38,8 @@ class ZtDynPArray : public ZtDynArray<T*>, public zt::detail::OwnsPointees {
   using Base = ZtDynArray<T*>;
 
  public:
-  explicit ZtDynPArray(ZtLong spaceSize = 0, ZtLong allocUnit = 10) : Base(spaceSize, allocUnit) {}
+  // NOLINTNEXTLINE(google-explicit-constructor): implicit, as the interface declares it
+  ZtDynPArray(ZtLong spaceSize = 0, ZtLong allocUnit = 10) : Base(spaceSize, allocUnit) {}
   /// A copy holding clones of src's objects, in the same order, empty slots kept.
   ZtDynPArray(const ZtDynPArray& src) : Base(), OwnsPointees() {
     try {
@@ -55,8 +58,9 @@ class ZtDynPArray : public ZtDynArray<T*>, public zt::detail::OwnsPointees {
 
   /// Growing adds empty slots; shrinking deletes the objects cut off.
   void ReAllocate(ZtLong n) override;
-  /// With `keep`: as ReAllocate, but the capacity becomes exactly n (nothing at all happens when
-  /// n is the length). Without: every object is deleted and all n slots are empty.
+  /// With `keep`: as ReAllocate, but the capacity becomes exactly n; nothing at all happens, the
+  /// capacity included, when n is the length (so SetSpaceSize(GetLength()) keeps the spare
+  /// slots). Without: every object is deleted and all n slots are empty.
   void SetLength(ZtLong n, bool keep) override;
   /// Deletes every object; length 0, cursor -1, the buffer stays.
   void Reset() override {
@@ -85,7 +89,7 @@ class ZtDynPArray : public ZtDynArray<T*>, public zt::detail::OwnsPointees {
   T& operator()(ZtLong i) { return zt::detail::owning::Object((*this)[i]); }
   T& GetCurPData() { return zt::detail::owning::Object(this->GetCurData()); }
   /// True when the cursor is out or its slot is empty.
-  bool IsCurEmpty() { return zt::detail::owning::IsCurEmpty<T>(*this); }
+  bool IsCurEmpty() const { return zt::detail::owning::IsCurEmpty<T>(*this); }
   /// True when i is not a valid index or slot i is empty.
   bool IsEmptyData(ZtLong i) const { return zt::detail::owning::IsEmptyData<T>(*this, i); }
   /// Number of non-empty slots.
@@ -95,8 +99,9 @@ class ZtDynPArray : public ZtDynArray<T*>, public zt::detail::OwnsPointees {
     this->MoveTo(i);
     ReleaseCur();
   }
-  /// Deletes every object; the length stays and every slot is empty. The cursor ends out.
-  void ReleaseAll() { zt::detail::owning::ReleaseAll<T>(*this); }
+  /// Deletes every object (through ReleaseCur); the length stays and every slot is empty. The
+  /// cursor ends out.
+  void ReleaseAll() { zt::detail::owning::ReleaseAll(*this); }
   T* TakeOff(ZtLong i) {
     this->MoveTo(i);
     return TakeOffCur();
@@ -173,7 +178,7 @@ void ZtDynPArray<T>::SetLength(ZtLong n, bool keep) {
   } else if (n > old) {
     Base::SetLength(n, true);
     for (ZtLong i = old; i < n; ++i) this->m_data[i] = nullptr;
-  } else {  // also at the same length: the capacity still becomes exactly n
+  } else if (n < old) {
     for (ZtLong i = n; i < old; ++i) {
       delete this->m_data[i];
       this->m_data[i] = nullptr;

@@ -17,8 +17,7 @@
 // Splicing moves nodes, never elements: Conbine(other, pos) appends other's nodes pos..end,
 // SplitAt/SplitAtCur hand this list's tail to another list, Detach/DetachAfter cut nodes off
 // without freeing them (whoever kept their address owns them). Conbine refuses to splice between
-// a singly and a doubly linked list (a call that names a ZtDList directly does not compile; one
-// through a ZtList& returns the unchanged length) and refuses this list itself.
+// a singly and a doubly linked list, and this list with itself: it returns the unchanged length.
 //
 // ReverseList keeps the cursor on its node, whose index becomes length - 1 - old index (-1 stays
 // -1). Rotate(a, b) moves element a to index b and leaves the cursor on 0. The sorts are the
@@ -37,23 +36,37 @@
 #define ZT_CONTAINERS_LIST_H_
 
 #include <cstdint>
+#include <limits>
 
 #include "zt/config.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/internal/element_ops.h"
 
+// The list bodies of ZtList<T> also walk the nodes of the doubly linked lists, whose node type
+// begins with the same two fields. Accesses through ZtListNode<T> may therefore alias a
+// ZtDListNode<T>: the attribute tells the optimiser so.
+#if defined(__GNUC__)
+#define ZT_DETAIL_MAY_ALIAS __attribute__((__may_alias__))
+#else
+#define ZT_DETAIL_MAY_ALIAS
+#endif
+
 /// A node of ZtList<T>. `data` comes first, so an element's address is its node's address.
 template <class T>
-struct ZtListNode {
-  ZtListNode() = default;
-  explicit ZtListNode(const T& v) : data(v) {}
+struct ZT_DETAIL_MAY_ALIAS ZtListNode {
+  /// `next` null; `data` value-initialised.
+  ZtListNode() : data(), next(nullptr) {}
+  ZtListNode(const ZtListNode&) = default;
+  /// Copies both fields.
+  ZtListNode& operator=(const ZtListNode& o) {
+    data = o.data;
+    next = o.next;
+    return *this;
+  }
 
-  T data{};
-  ZtListNode* next = nullptr;
+  T data;
+  ZtListNode* next;
 };
-
-template <class T>
-class ZtDList;
 
 namespace zt::detail {
 /// Base of the lists whose nodes carry a back link; Conbine splices only between lists that agree.
@@ -71,14 +84,16 @@ class ZtList : public ZtDynArrayBase<T> {
 
  public:
   /// A list of n elements of value T() (none when n <= 0); cursor -1.
-  explicit ZtList(ZtLong n = 0) : m_curNode(NewSentinel()), m_head(m_curNode), m_tail(m_head) {
+  // NOLINTNEXTLINE(google-explicit-constructor): implicit, as the interface declares it
+  ZtList(ZtLong n = 0) : m_curNode(NewSentinel()), m_head(m_curNode), m_tail(m_head) {
     BuildOrFree<Node>([this, n] { AppendNodes<Node>(nullptr, n); });
   }
   ZtList(const ZtList& src) : Base(), m_curNode(NewSentinel()), m_head(m_curNode), m_tail(m_head) {
     BuildOrFree<Node>([this, &src] { AppendNodes<Node>(&src, src.GetLength()); });
   }
   /// A copy of any sequence, array or list; cursor -1.
-  explicit ZtList(const Base& src) : m_curNode(NewSentinel()), m_head(m_curNode), m_tail(m_head) {
+  // NOLINTNEXTLINE(google-explicit-constructor): implicit, as the interface declares it
+  ZtList(const Base& src) : m_curNode(NewSentinel()), m_head(m_curNode), m_tail(m_head) {
     BuildOrFree<Node>([this, &src] { AppendNodes<Node>(&src, src.GetLength()); });
   }
   /// Reuses this list's nodes: the length is adjusted, then the values overwritten front to back.
@@ -141,7 +156,8 @@ class ZtList : public ZtDynArrayBase<T> {
   }
   /// v becomes element i for 1 <= i <= length; any other i makes it the first element.
   void Insert(ZtLong i, const T& v) override {
-    PositionAndInsert([this, i] { MoveTo(i <= 0 ? -1 : i - 1); }, v);
+    PositionAndInsert([this, i] { MoveTo(i > std::numeric_limits<ZtLong>::min() ? i - 1 : -1); },
+                      v);
   }
   void InsertHead(const T& v) override {
     PositionAndInsert([this] { MoveTo(-1); }, v);
@@ -179,9 +195,6 @@ class ZtList : public ZtDynArrayBase<T> {
   /// Rotates the circular order so that element a ends at index b; cursor on 0. Nothing happens
   /// when a == b or either index is outside the list.
   virtual void Rotate(ZtLong a, ZtLong b);
-
-  /// Splicing a doubly linked list into a singly linked one would break both.
-  ZtLong Conbine(ZtDList<T>& other, ZtLong pos) = delete;
 
   // ---- Splicing ------------------------------------------------------------------------------
 
@@ -240,18 +253,35 @@ class ZtList : public ZtDynArrayBase<T> {
     return dynamic_cast<const zt::detail::DoublyLinkedNodes*>(&l) != nullptr;
   }
 
+  /// A node of a derived list's node type NodeT, which begins with the fields of Node, seen as a
+  /// Node, and back.
+  template <class NodeT>
+  static Node* AsNode(NodeT* n) {
+    return reinterpret_cast<Node*>(n);
+  }
+  template <class NodeT>
+  static NodeT* AsNodeT(Node* n) {
+    return reinterpret_cast<NodeT*>(n);
+  }
   /// Allocates a NodeT holding v and links it after the cursor node, the cursor moving onto it.
   /// Throws before anything changes. Back links are the caller's.
   template <class NodeT>
   NodeT* NewNodeAfterCur(const T& v) {
     const ZtLong length = zt::detail::AddLength(m_length, 1);
-    NodeT* n = new NodeT(v);
+    NodeT* fresh = new NodeT;
+    try {
+      fresh->data = v;
+    } catch (...) {
+      delete fresh;
+      throw;
+    }
+    Node* const n = AsNode(fresh);
     n->next = m_curNode->next;
     m_curNode->next = n;
     if (m_curNode == m_tail) m_tail = n;
     m_length = length;
     SetCursor(n, m_cur + 1);
-    return n;
+    return fresh;
   }
   /// Removes the element at the cursor, freeing its node as a NodeT; the cursor steps back with
   /// the virtual MoveToPre. Ignored when the cursor is -1. Back links are the caller's.
@@ -264,7 +294,7 @@ class ZtList : public ZtDynArrayBase<T> {
     m_curNode->next = n->next;
     if (n == m_tail) m_tail = m_curNode;
     --m_length;
-    delete static_cast<NodeT*>(n);
+    delete AsNodeT<NodeT>(n);
   }
   /// Frees every element node as a NodeT and returns to the empty state; the sentinel stays.
   template <class NodeT>
@@ -272,7 +302,7 @@ class ZtList : public ZtDynArrayBase<T> {
     Node* n = m_head->next;
     while (n != m_head) {
       Node* next = n->next;
-      delete static_cast<NodeT*>(n);
+      delete AsNodeT<NodeT>(n);
       n = next;
     }
     m_head->next = m_head;
@@ -286,7 +316,7 @@ class ZtList : public ZtDynArrayBase<T> {
   void FreeAll() {
     if (m_head == nullptr) return;
     FreeElements<NodeT>();
-    delete static_cast<NodeT*>(m_head);
+    delete AsNodeT<NodeT>(m_head);
     m_head = m_tail = m_curNode = nullptr;
   }
   /// Appends NodeT nodes holding copies of src's first n elements (n values T() when src is

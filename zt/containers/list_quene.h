@@ -27,69 +27,77 @@
 
 namespace zt::detail {
 
-/// The queue operations of both list queues over the list type L, whose elements are E.
-template <class E, class L>
-class ListQueneBody : public ZtQuene<E> {
- public:
-  /// An empty queue holding at most `limit` elements (no bound when negative).
-  explicit ListQueneBody(ZtLong limit) : m_limit(limit) {}
-  virtual ~ListQueneBody() = default;
+// The head (or the tail) of `list` copied into `out`; false, `out` untouched, when it is empty.
+// Moves the list's cursor there.
+template <class L, class E>
+bool QueneEnd(L& list, E& out, bool head) {
+  if (list.GetLength() == 0) return false;
+  if (head) {
+    list.MoveToFirst();
+  } else {
+    list.MoveToLast();
+  }
+  out = list.GetCurData();
+  return true;
+}
 
-  void Clear() override { m_list.Reset(); }
-  ZtLong GetCount() const override { return m_list.GetLength(); }
-  E& operator[](ZtLong i) override { return m_list[i]; }
-  bool GetHead(E& out) override {
-    if (GetCount() == 0) return false;
-    m_list.MoveToFirst();
-    out = m_list.GetCurData();
-    return true;
-  }
-  bool GetTail(E& out) override {
-    if (GetCount() == 0) return false;
-    m_list.MoveToLast();
-    out = m_list.GetCurData();
-    return true;
-  }
-  bool Push(E const& v) override {
-    if (m_limit >= 0 && GetCount() >= m_limit) return false;
-    m_list.Append(v);
-    return true;
-  }
-  bool Pop(E& out) override {
+// Appends v unless `limit` (when not negative) elements are queued already.
+template <class L, class E>
+bool QuenePush(L& list, ZtLong limit, const E& v) {
+  if (limit >= 0 && list.GetLength() >= limit) return false;
+  list.Append(v);
+  return true;
+}
+
+}  // namespace zt::detail
+
+// The members both list queues share, over the element type E and the list type L. Comments
+// inside a macro must be block comments.
+#define ZT_DETAIL_LIST_QUENE_MEMBERS(Class, E, L)                                      \
+ public:                                                                               \
+  /* An unbounded queue. */                                                            \
+  Class() = default;                                                                   \
+  /* A queue holding at most `limit` elements (no bound when negative). */             \
+  explicit Class(ZtLong limit) : m_limit(limit) {}                                     \
+  virtual ~Class() = default;                                                          \
+                                                                                       \
+  void Clear() override { m_list.Reset(); }                                            \
+  ZtLong GetCount() const override { return m_list.GetLength(); }                      \
+  E& operator[](ZtLong i) override { return m_list[i]; }                               \
+  bool GetHead(E& out) override { return zt::detail::QueneEnd(m_list, out, true); }    \
+  bool GetTail(E& out) override { return zt::detail::QueneEnd(m_list, out, false); }   \
+  bool Push(E const& v) override { return zt::detail::QuenePush(m_list, m_limit, v); } \
+                                                                                       \
+  /* The most elements Push accepts; negative means unbounded. */                      \
+  ZtLong GetLimit() const { return m_limit; }                                          \
+  /* Affects later pushes only: elements already queued beyond a new limit stay. */    \
+  void SetLimit(ZtLong limit) { m_limit = limit; }                                     \
+                                                                                       \
+ protected:                                                                            \
+  ZtLong m_limit = -1;                                                                 \
+  L m_list;                                                                            \
+                                                                                       \
+ public:
+
+/// FIFO queue of values on a singly linked list; copies copy the values and the limit.
+template <class T>
+class ZtListQuene : public ZtQuene<T> {
+  ZT_DETAIL_LIST_QUENE_MEMBERS(ZtListQuene, T, ZtList<T>)
+  bool Pop(T& out) override {
     if (!GetHead(out)) return false;
     m_list.DelCur();
     return true;
   }
-
-  /// The most elements Push accepts; negative means unbounded.
-  ZtLong GetLimit() const { return m_limit; }
-  /// Affects later pushes only: elements already queued beyond a new limit stay.
-  void SetLimit(ZtLong limit) { m_limit = limit; }
-
- protected:
-  ZtLong m_limit;
-  L m_list;
-};
-
-}  // namespace zt::detail
-
-/// FIFO queue of values on a singly linked list; copies copy the values and the limit.
-template <class T>
-class ZtListQuene : public zt::detail::ListQueneBody<T, ZtList<T>> {
- public:
-  explicit ZtListQuene(ZtLong limit = -1) : zt::detail::ListQueneBody<T, ZtList<T>>(limit) {}
 };
 
 /// FIFO queue owning the objects it holds; copies clone the objects.
 template <class T>
-class ZtPDListQuene : public zt::detail::ListQueneBody<T*, ZtPDList<T>> {
- public:
-  explicit ZtPDListQuene(ZtLong limit = -1) : zt::detail::ListQueneBody<T*, ZtPDList<T>>(limit) {}
+class ZtPDListQuene : public ZtQuene<T*> {
+  ZT_DETAIL_LIST_QUENE_MEMBERS(ZtPDListQuene, T*, ZtPDList<T>)
   /// Hands the head object to the caller: its place is emptied before the node goes.
   bool Pop(T*& out) override {
-    if (!this->GetHead(out)) return false;
-    this->m_list.SetCurData(nullptr);
-    this->m_list.DelCur();
+    if (GetCount() == 0) return false;
+    out = m_list.TakeOffHead();
     return true;
   }
 };

@@ -14,13 +14,18 @@
 // off first. Never store the same pointer twice.
 //
 // Copies own objects of their own: copy construction, assignment, DeepCopy, operator<< and
-// Left/Right/Mid between owning containers clone every object through ZtCloner (clone.h).
-// SetLength without `keep` deletes every object first and leaves empty places.
+// Left/Right/Mid between owning containers clone every object through ZtCloner (clone.h); a copy
+// that overwrites this list deletes its objects first. SetLength is the list's: it keeps every
+// element whatever `keep` says, and shrinking deletes the objects of the elements it removes.
+// FindDataOrAppend and FindDataOrInsertHead add a copy made with new T(x).
 //
 // The *Data members, the object sorts and == compare objects with T's operators; Find, FindDel(T*)
-// and the pointer-comparator Sort compare pointers. Empty places are skipped by the searches and
+// and the pointer-comparator Sort compare pointers. FindDel walks the cursor from the head and
+// leaves it on -1 when the pointer is absent. Empty places are skipped by the searches and
 // collected at the end by Sort(bool) (the comparator sort keeps them last too). Out-of-contract
-// calls never dereference null: GetPData and friends yield a scratch object for an empty place.
+// calls never dereference null: GetPData and friends yield a scratch object for an empty place
+// (see dyn_parray.h for a T of which none can be made). T needs only delete, ==, !=, < and >,
+// and a copy constructor for the two members that add a copy.
 #ifndef ZT_CONTAINERS_PDLIST_H_
 #define ZT_CONTAINERS_PDLIST_H_
 
@@ -30,20 +35,31 @@
 
 /// Doubly linked list owning the objects its elements point to; null elements are empty places.
 template <class T>
-class ZtPDList : public zt::detail::OwningList<T, ZtDList<T*>> {
-  using Base = zt::detail::OwningList<T, ZtDList<T*>>;
+class ZtPDList : public ZtDList<T*>, public zt::detail::OwnsPointees {
+  using Base = ZtDList<T*>;
 
  public:
   /// n empty places (none when n <= 0).
-  explicit ZtPDList(ZtLong n = 0) : Base(n) {}
+  // NOLINTNEXTLINE(google-explicit-constructor): implicit, as the interface declares it
+  ZtPDList(ZtLong n = 0) : Base(n) { this->m_head->data = nullptr; }
   /// A copy holding clones of src's objects, in the same order, empty places kept.
-  ZtPDList(const ZtPDList& src) : Base() { this->CloneFrom(src); }
+  ZtPDList(const ZtPDList& src) : Base(), OwnsPointees() {
+    this->m_head->data = nullptr;
+    try {
+      this->DeepCopy(src);
+    } catch (...) {  // the destructor does not run for a constructor that throws
+      ReleaseAll();
+      throw;
+    }
+  }
   /// Deletes this list's objects, then holds clones of src's.
   ZtPDList& operator=(const ZtPDList& src) {
-    this->CloneFrom(src);
+    if (this != &src) this->DeepCopy(src);
     return *this;
   }
-  ~ZtPDList() override = default;
+  ~ZtPDList() override { ReleaseAll(); }
+
+  ZT_DETAIL_OWNING_LIST_MEMBERS(ZtPDList)
 };
 
 #endif  // ZT_CONTAINERS_PDLIST_H_

@@ -41,11 +41,14 @@ class ZtXList : public ZtDList<T> {
 
  public:
   /// n elements of value T(), groups of `groupSize`, an index growing by `allocUnit` entries.
-  explicit ZtXList(ZtLong n = 0, ZtLong groupSize = 25, ZtLong allocUnit = 100)
+  /// Building the index leaves the cursor on the last group start (-1 when empty).
+  // NOLINTNEXTLINE(google-explicit-constructor): implicit, as the interface declares it
+  ZtXList(ZtLong n = 0, ZtLong groupSize = 25, ZtLong allocUnit = 100)
       : Base(n), m_groupIndex(0, allocUnit), m_groupSize(groupSize > 0 ? groupSize : 1) {
     UpdateGroup(0);
   }
-  /// Copies the elements, the group size and the index allocation unit; builds its own index.
+  /// Copies the elements, the group size and the index allocation unit; builds its own index,
+  /// which leaves the cursor on the last group start.
   ZtXList(const ZtXList& src)
       : Base(src), m_groupIndex(0, src.m_groupIndex.GetAllocUnit()), m_groupSize(src.m_groupSize) {
     UpdateGroup(0);
@@ -57,8 +60,6 @@ class ZtXList : public ZtDList<T> {
     return *this;
   }
   ~ZtXList() override = default;
-
-  ZtLong GetGroupSize() const { return m_groupSize; }
 
   void Reset() override {
     m_groupIndex.Reset();
@@ -161,7 +162,7 @@ class ZtXList : public ZtDList<T> {
     if (static_cast<std::int64_t>(entries - 1) * m_groupSize < c) return;
     for (ZtLong k = c > 0 ? (c - 1) / m_groupSize + 1 : 0; k < entries; ++k) {
       Node*& entry = m_groupIndex[k];
-      entry = back ? Base::D(entry)->pre : entry->next;
+      entry = back ? Base::N(Base::D(entry)->pre) : entry->next;
     }
   }
   /// Rebuilds the index for `groupSize`, which becomes the group size. Room comes first, so a

@@ -57,8 +57,9 @@ bool Greater(const T& a, const T& b) {
 }
 
 // a + b as a length. Lengths are 32-bit; a sum that does not fit cannot be allocated either.
-inline ZtLong AddLength(ZtLong a, ZtLong b) {
-  const std::int64_t sum = static_cast<std::int64_t>(a) + b;
+// Either operand may be negative (a sum below 0 is returned as it is).
+inline ZtLong AddLength(std::int64_t a, std::int64_t b) {
+  const std::int64_t sum = a + b;
   if (sum > std::numeric_limits<ZtLong>::max()) throw std::bad_alloc();
   return static_cast<ZtLong>(sum);
 }

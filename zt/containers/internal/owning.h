@@ -8,6 +8,9 @@
 #ifndef ZT_CONTAINERS_INTERNAL_OWNING_H_
 #define ZT_CONTAINERS_INTERNAL_OWNING_H_
 
+#include <cstdlib>
+#include <type_traits>
+
 #include "zt/config.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/internal/element_ops.h"
@@ -20,8 +23,8 @@ template <class T>
 using Seq = ZtDynArrayBase<T*>;
 
 template <class T>
-bool IsCurEmpty(Seq<T>& s) {
-  return s.IsOut() || s.GetCurData() == nullptr;
+bool IsCurEmpty(const Seq<T>& s) {
+  return s.IsOut() || s.GetAt(s.GetCur()) == nullptr;
 }
 
 template <class T>
@@ -36,24 +39,40 @@ ZtLong GetDataNum(const Seq<T>& s) {
   return n;
 }
 
-// The object behind an element, or a scratch object for an empty place.
+// The object behind an element, or a scratch object for an empty place. No scratch object can be
+// made of an abstract T or one without a default constructor: an empty place stops the program
+// there rather than hand out a reference to nothing.
 template <class T>
 T& Object(T* p) {
-  return p != nullptr ? *p : Sink<T>();
+  if (p != nullptr) return *p;
+  if constexpr (std::is_default_constructible_v<T> && std::is_copy_assignable_v<T>) {
+    return Sink<T>();
+  } else {
+    std::abort();
+  }
 }
 
 // Deletes the object at the cursor and leaves an empty place.
 template <class T>
 void ReleaseCur(Seq<T>& s) {
-  if (IsCurEmpty(s)) return;
-  T* p = s.GetCurData();
-  s.SetCurData(nullptr);
-  delete p;
+  DeleteCurObject(s);
 }
 
+// Deletes every object through the container's own ReleaseCur; the cursor ends out.
+template <class Owning>
+void ReleaseAll(Owning& s) {
+  for (s.MoveToFirst(); !s.IsOut(); s.MoveToNext()) s.ReleaseCur();
+}
+
+// Hands the object at the cursor to the caller and removes its element through the container's
+// DelCur, which finds an empty place and deletes nothing. Null when the cursor is out.
 template <class T>
-void ReleaseAll(Seq<T>& s) {
-  for (s.MoveToFirst(); !s.IsOut(); s.MoveToNext()) ReleaseCur(s);
+T* TakeOffListCur(Seq<T>& s) {
+  if (s.IsOut()) return nullptr;
+  T* p = s.GetCurData();
+  s.SetCurData(nullptr);
+  s.DelCur();
+  return p;
 }
 
 // Stores p in the first empty place, appending one when there is none; returns its index with
@@ -121,13 +140,26 @@ ZtLong FindDataDel(Seq<T>& s, const T& v) {
   return count;
 }
 
-// Deletes the object of the first element holding pointer p and removes the element.
+// Deletes the object of the first element holding pointer p and removes the element; the
+// cursor does not move when p is absent.
 template <class T>
 ZtLong FindDel(Seq<T>& s, T* p) {
   const ZtLong i = s.Find(p, 0, -1);
   if (i == -1) return 0;
   s.Del(i);
   return 1;
+}
+
+// The same by a cursor walk from the first element, which ends out when p is absent.
+template <class T>
+ZtLong FindDelWalk(Seq<T>& s, T* p) {
+  for (s.MoveToFirst(); !s.IsOut(); s.MoveToNext()) {
+    if (s.GetCurData() == p) {
+      s.DelCur();
+      return 1;
+    }
+  }
+  return 0;
 }
 
 // Cursor walk from `from` to the first non-null element in [from, to] whose object equals v:
@@ -147,8 +179,8 @@ bool FindDataTo(Seq<T>& s, const T& v, ZtLong from, ZtLong to) {
 // nothing but the cursor, which it restores.
 template <class T>
 bool Move(Seq<T>& s, ZtLong from, ZtLong to) {
-  if (from == to || from == to - 1) return false;
   if (!s.IsValidIndex(from) || to < 0 || to > s.GetLength()) return false;
+  if (from == to || from == to - 1) return false;
   s.Insert(to, s.GetAt(from));
   const ZtLong old = from > to ? from + 1 : from;
   s.MoveTo(old);

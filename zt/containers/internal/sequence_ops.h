@@ -13,8 +13,9 @@ namespace zt::detail {
 
 // Positions the cursor of `s` for a sorted insertion into [from, to] and reports whether it found
 // an equal element. vAfter(e) / vBefore(e) tell whether the searched value belongs after / before
-// element e. `to` below 0 or past the end means the last index; `from` is clamped into the
-// sequence. On false the cursor is where InsertCur keeps the range sorted.
+// element e. `to` below 0 or past the end means the last index; a `from` outside the sequence is
+// clamped into it. On false the cursor is where InsertCur keeps the range sorted; with `from`
+// above `to` that is `from` when the value belongs before it.
 template <class Seq, class After, class Before>
 bool BisectCursor(Seq& s, ZtLong from, ZtLong to, After vAfter, Before vBefore) {
   const ZtLong length = s.GetLength();
@@ -24,7 +25,7 @@ bool BisectCursor(Seq& s, ZtLong from, ZtLong to, After vAfter, Before vBefore) 
     return false;
   }
   if (from < 0) from = 0;
-  if (from > to) from = to;
+  if (from >= length) from = length - 1;
   s.MoveTo(from);
   if (vBefore(s.GetCurData())) return false;
   s.MoveTo(to);
