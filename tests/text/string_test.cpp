@@ -10,6 +10,7 @@
 #include <functional>
 #include <string>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -25,7 +26,7 @@ using Longs = std::vector<ZtLong>;
 template <class Ch>
 class StringTest : public ::testing::Test {
  protected:
-  using S = ZtStringT<Ch>;
+  using S = StringOf<Ch>;
   static S M(const char* ascii) { return Str<Ch>(ascii); }
   static std::basic_string<Ch> L(const char* ascii) { return Lit<Ch>(ascii); }
 
@@ -95,7 +96,7 @@ TYPED_TEST(StringTest, EditingMembersMoveTheRightCharacters) {
       {"abc", [](S& s) { s.Reset(); }, "", 4},
       {"abc", [](S& s) { s = static_cast<const TypeParam*>(nullptr); }, "", 4},
   });
-  using Other = typename S::OtherChar;
+  using Other = std::conditional_t<std::is_same_v<TypeParam, char>, wchar_t, char>;
   EXPECT_TRUE(S(static_cast<const TypeParam*>(nullptr)).IsEmpty());
   EXPECT_TRUE(S(static_cast<const Other*>(nullptr)).IsEmpty());
   EXPECT_EQ(Text(S(Lit<Other>("abc").c_str())), "abc");
@@ -119,7 +120,7 @@ TYPED_TEST(StringTest, ArgumentsAreReadAsTheyWereWhenTheCallBegan) {
 }
 
 TYPED_TEST(StringTest, SlicesAndCharacterSearch) {
-  const auto s = this->M("abcdef");
+  auto s = this->M("abcdef");
   EXPECT_EQ(Both(s.Mid(1, 3).Length(), s.Mid(1, 3).GetLength()), Both(3, 4));
   EXPECT_EQ(Text(s.Mid(1, 3)) + Text(s.Left(2)) + Text(s.Right(2)), "bcdabef");
   EXPECT_TRUE(s.Mid(2, 1).IsEmpty() && s.Left(7).IsEmpty());  // out of limits: empty
