@@ -91,7 +91,7 @@ class ZT_API ZtBitArray {
   /// Every byte becomes 0.
   void ResetAll();
   /// Bit `bit` of the buffer, whatever the unit size.
-  bool operator[](ZtLong bit) const {
+  bool operator[](ZtLong bit) {
     return (static_cast<unsigned char>(m_data[bit / 8]) >> (bit % 8) & 1U) != 0;
   }
   void Set(ZtLong bit) {
