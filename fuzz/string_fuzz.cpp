@@ -5,6 +5,7 @@
 // grows to exactly length + 1 when a longer text must be stored; FreeExtra, ReAllocate and a
 // Replace or Del(text) that changes something set it outright). The first byte picks the width.
 #include <string>
+#include <type_traits>
 
 #include "fuzz/driver.h"
 #include "zt/containers/list_quene.h"
@@ -18,7 +19,7 @@ using zt::fuzz::Same;
 template <class Ch>
 struct World {
   using Text = std::basic_string<Ch>;
-  using Str = ZtStringT<Ch>;
+  using Str = std::conditional_t<std::is_same_v<Ch, char>, ZtStringA, ZtStringW>;
 
   explicit World(Input& /*in*/) {}
   // A small alphabet with a character beyond ASCII, so that searches hit and repeat.

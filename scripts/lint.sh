@@ -8,7 +8,7 @@ source scripts/common.sh
 zt_need_packages "${ZT_BUILD_PACKAGES[@]}" clang-format clang-tidy
 [ -f build/default/compile_commands.json ] || cmake --preset default >/dev/null
 
-mapfile -t files < <(git ls-files '*.h' '*.cpp')
+mapfile -t files < <(git ls-files '*.h' '*.cpp' '*.inc')
 clang-format --dry-run --Werror "${files[@]}"
 # Files named *_windows.cpp are built only for Windows, where the Windows headers exist.
 mapfile -t sources < <(git ls-files 'zt/*.cpp' 'tests/*.cpp' 'examples/*.cpp' 'bench/*.cpp' \

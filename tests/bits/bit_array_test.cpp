@@ -82,6 +82,10 @@ TEST(BitArray, OwnedAndBorrowedBuffers) {
   EXPECT_EQ(borrowed.GetLength(), 24);
   std::unique_ptr<char[]> p(borrowed.Detach());
   EXPECT_EQ(Both(static_cast<ZtLong>(p[2]), borrowed.GetLength()), Both(3, 0));
+  borrowed.SetUnitSize(2);
+  borrowed.Attach(3, nullptr);  // the count follows byteNum, buffer or not
+  borrowed.SetAll(1), borrowed.SetAll(), borrowed.ResetAll();  // no buffer to touch
+  EXPECT_EQ(Both(borrowed.GetLength(), borrowed.GetByteSize()), Both(12, 3));
 }
 
 TEST(BitArray, ResizingAndUnitSizesKeepTheFrontBytes) {

@@ -4,6 +4,7 @@
 // capacities against byte-by-byte stores; the block stream's units; copies; allocation failures.
 #include <gtest/gtest.h>
 
+#include <new>
 #include <numeric>
 #include <tuple>
 #include <utility>
@@ -203,18 +204,41 @@ TEST(DynArrayStreamEx, UnitsAreCreatedUpToTheOneWritten) {
   EXPECT_EQ(big.UnitCount(), 0);
 }
 
+// A write that needs units 2 and 3 with the nth allocation failing: the length and bytes stay,
+// and so do the units appended before the failure (unit 2 when unit 3 fails).
+TEST(DynArrayStreamEx, UnitsAppendedBeforeAFailedAllocationStay) {
+  std::vector<ZtLong> unitsAfterFailure;
+  for (long n = 1; n < 100; ++n) {
+    PeekBlocks s(4);
+    s << ZtLong{1} << short{2};
+    const auto before = StreamState(s);
+    bool threw = false;
+    {
+      FailureScope scope(n);
+      try {
+        s << 3.5;
+      } catch (const std::bad_alloc&) {
+        threw = true;
+      }
+    }
+    if (!threw) break;
+    EXPECT_EQ(StreamState(s), before);
+    unitsAfterFailure.push_back(s.UnitCount());
+  }
+  ASSERT_FALSE(unitsAfterFailure.empty());
+  EXPECT_EQ(Both(unitsAfterFailure.front(), unitsAfterFailure.back()), Both(2, 3));
+}
+
 TEST(DynArrayStreamEx, CopiesOwnUnitsOfTheirOwnAndFailuresChangeNothing) {
   PeekBlocks s(4);
-  s << ZtLong{1} << short{2};
-  ExpectStrongGuarantee(
-      s, [](PeekBlocks& x) { x << 3.5; }, StreamState);  // adds two units
+  s << ZtLong{1} << short{2} << 3.5;  // four units
   ExpectStrongGuarantee(
       s, [](PeekBlocks& x) { EXPECT_EQ(PeekBlocks(x).GetCur(), 14); }, StreamState);
   PeekBlocks target(16);
   target << 'a';  // its unit is deleted by the assignment
   ExpectStrongGuarantee(
       target, [&s](PeekBlocks& x) { x = s; }, StreamState);
-  EXPECT_EQ(target.GetUnitSize(), 4);
+  EXPECT_EQ(Both(target.IndexToUnit(4), target.GetIndexInUnit(5)), Both(1, 1));  // units of 4
   EXPECT_NE(target.Unit(3), s.Unit(3));
   target.MoveToFirst();
   target << 'c';

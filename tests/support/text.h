@@ -7,10 +7,15 @@
 
 #include <string>
 #include <tuple>
+#include <type_traits>
 
 #include "zt/text/string.h"
 
 namespace zt::test {
+
+/// The string class of the character type Ch.
+template <class Ch>
+using StringOf = std::conditional_t<std::is_same_v<Ch, char>, ZtStringA, ZtStringW>;
 
 /// The ASCII text `ascii` in units of Ch.
 template <class Ch>
@@ -19,20 +24,20 @@ std::basic_string<Ch> Lit(const char* ascii) {
 }
 
 template <class Ch>
-ZtStringT<Ch> Str(const char* ascii) {
-  return ZtStringT<Ch>(Lit<Ch>(ascii).c_str());
+StringOf<Ch> Str(const char* ascii) {
+  return StringOf<Ch>(Lit<Ch>(ascii).c_str());
 }
 
 /// The first Length() units of s, each cut to a char.
-template <class Ch>
-std::string Text(const ZtStringT<Ch>& s) {
-  const Ch* data = s.GetDataBuffer();
+template <class S>
+std::string Text(const S& s) {
+  const auto* data = s.GetDataBuffer();
   return std::string(data, data + s.Length());
 }
 
 /// Length, capacity, buffer address and text.
-template <class Ch>
-auto StringState(const ZtStringT<Ch>& s) {
+template <class S>
+auto StringState(const S& s) {
   return std::make_tuple(s.Length(), s.GetLength(), static_cast<const void*>(s.GetDataBuffer()),
                          Text(s));
 }

@@ -10,6 +10,7 @@
 #include <functional>
 #include <string>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -25,7 +26,7 @@ using Longs = std::vector<ZtLong>;
 template <class Ch>
 class StringTest : public ::testing::Test {
  protected:
-  using S = ZtStringT<Ch>;
+  using S = StringOf<Ch>;
   static S M(const char* ascii) { return Str<Ch>(ascii); }
   static std::basic_string<Ch> L(const char* ascii) { return Lit<Ch>(ascii); }
 
@@ -71,6 +72,7 @@ TYPED_TEST(StringTest, GrowthIsExactAndPrintingKeepsItsBuffer) {
       {"old", [&](S& s) { s.Format(L("%d-%s").c_str(), 7, L("x").c_str()).FreeExtra(); }, "7-x", 4},
       {"", [&](S& s) { s.Format(L("%s").c_str(), L(zs.c_str()).append(L("zz")).c_str()); },
        zs.c_str(), 1025},
+      {"old", [&](S& s) { s.Format(L("a%cb").c_str(), 0); }, "a", 1025},  // a 0 ends the text
   });
   S room(9);
   room << L("12345").c_str();  // it fits: no growth; a copy is exact
@@ -95,7 +97,7 @@ TYPED_TEST(StringTest, EditingMembersMoveTheRightCharacters) {
       {"abc", [](S& s) { s.Reset(); }, "", 4},
       {"abc", [](S& s) { s = static_cast<const TypeParam*>(nullptr); }, "", 4},
   });
-  using Other = typename S::OtherChar;
+  using Other = std::conditional_t<std::is_same_v<TypeParam, char>, wchar_t, char>;
   EXPECT_TRUE(S(static_cast<const TypeParam*>(nullptr)).IsEmpty());
   EXPECT_TRUE(S(static_cast<const Other*>(nullptr)).IsEmpty());
   EXPECT_EQ(Text(S(Lit<Other>("abc").c_str())), "abc");
@@ -119,16 +121,19 @@ TYPED_TEST(StringTest, ArgumentsAreReadAsTheyWereWhenTheCallBegan) {
 }
 
 TYPED_TEST(StringTest, SlicesAndCharacterSearch) {
-  const auto s = this->M("abcdef");
+  using S = typename TestFixture::S;
+  auto s = this->M("abcdef");
   EXPECT_EQ(Both(s.Mid(1, 3).Length(), s.Mid(1, 3).GetLength()), Both(3, 4));
   EXPECT_EQ(Text(s.Mid(1, 3)) + Text(s.Left(2)) + Text(s.Right(2)), "bcdabef");
   EXPECT_TRUE(s.Mid(2, 1).IsEmpty() && s.Left(7).IsEmpty());  // out of limits: empty
   const auto t = this->M("abcabc");
   const TypeParam c('c');
   const TypeParam z('z');
+  const TypeParam nul(0);
+  // A `to` past the text stops at the buffer's last index, where the terminator stands.
   EXPECT_EQ((Longs{t.Find(c), t.Find(c, 3), t.Find(c, 3, 4), t.Find(c, 3, 40), t.ReverseFind(c),
-                   t.Find(z), t.ReverseFind(z)}),
-            (Longs{2, 5, -1, 5, 5, -1, -1}));
+                   t.Find(z), t.ReverseFind(z), t.Find(nul, 0, 100), t.Find(nul), S().Find(nul)}),
+            (Longs{2, 5, -1, 5, 5, -1, -1, 6, -1, -1}));
 }
 
 TYPED_TEST(StringTest, ComparesUnitsAsUnsignedUpToTheTerminator) {
@@ -142,6 +147,45 @@ TYPED_TEST(StringTest, ComparesUnitsAsUnsignedUpToTheTerminator) {
   zero << TypeParam(0) << TypeParam('b');
   EXPECT_EQ(zero.Length(), 3);
   EXPECT_TRUE(zero == this->L("a").c_str());
+  auto assigned = this->M("wxyz");  // assignment copies past the 0, as the copy does
+  assigned = zero;
+  EXPECT_EQ(Both(assigned.Length(), typename TestFixture::S(zero).Length()), Both(3, 3));
+  EXPECT_EQ(Text(assigned), Text(zero));
+}
+
+// Inherited array members may shrink the buffer under the text or overwrite its terminator. The
+// string's own members then take the text to end where the buffer does and stay inside the buffer
+// (the sanitizer and valgrind runs check that); a member that changes the text terminates it again.
+TYPED_TEST(StringTest, OwnMembersStayInsideABufferThatArrayMembersChanged) {
+  using S = typename TestFixture::S;
+  const std::string nul(1, '\0');
+  // The damage, the text the string's members then see, and that text after MakeUpper,
+  // Replace("B", "yy") and appending 'x'.
+  const std::vector<std::tuple<const char*, std::function<void(S&)>, std::string, std::string>>
+      damages = {
+          {"DelTail twice", [](S& s) { s.DelTail(), s.DelTail(); }, "ab", "Ayyx"},
+          {"DelHead", [](S& s) { s.DelHead(); }, "bc" + nul, "yyC" + nul + "x"},
+          {"SetAt on the terminator", [](S& s) { s.SetAt(3, 'x'); }, "abc", "AyyCx"},
+          {"the array's Reset", [](S& s) { static_cast<ZtArray<TypeParam>&>(s).Reset(); }, "", "x"},
+      };
+  for (const auto& [name, damage, text, edited] : damages) {
+    S s = this->M("abc");
+    damage(s);
+    const auto seen = Lit<TypeParam>(text.c_str());  // up to the first 0
+    const auto at = [&](std::size_t i) { return static_cast<ZtLong>(i); };
+    const TypeParam b('b');
+    EXPECT_TRUE(s == seen.c_str() && !(s < seen.c_str()) && !(s > seen.c_str())) << name;
+    EXPECT_EQ((Longs{s.Find(b), s.Find(b, 0, 100), s.ReverseFind(b), S(s).Length()}),
+              (Longs{at(text.find('b')), at(text.find('b')), at(text.rfind('b')), at(text.size())}))
+        << name;
+    EXPECT_EQ(Text(S(s)) + "|" + Text(s.Left(at(text.size()))), text + "|" + text) << name;
+    EXPECT_FALSE(s.IsIntNumber() || s.IsFloatNumber()) << name;
+    s.MakeUpper();
+    s.Replace(this->M("B"), this->M("yy"));
+    s << TypeParam('x');
+    EXPECT_EQ(Text(s), edited) << name;
+    EXPECT_EQ(s.GetDataBuffer()[s.Length()], TypeParam(0)) << name;
+  }
 }
 
 TYPED_TEST(StringTest, NumberTestsFollowAtoiAndAtof) {

@@ -58,7 +58,9 @@ ZtBitArray& ZtBitArray::operator=(const ZtBitArray& o) {
   // The units this buffer holds once read with o's unit size (see SetUnitSize).
   const ZtLong rescaled = Rescaled(m_unitNum, m_unitSize, o.m_unitSize);
   if (rescaled != o.m_unitNum) Adopt(NewBytes(bytes, nullptr, 0));
-  if (bytes > 0) std::memcpy(m_data, o.m_data, static_cast<std::size_t>(bytes));
+  if (bytes > 0 && o.m_data != nullptr) {
+    std::memcpy(m_data, o.m_data, static_cast<std::size_t>(bytes));
+  }
   m_unitSize = o.m_unitSize;
   m_unitNum = o.m_unitNum;
   return *this;
@@ -82,7 +84,7 @@ void ZtBitArray::Adopt(char* fresh) {
 void ZtBitArray::Attach(ZtLong byteNum, char* p) {
   if (p != m_data && m_own) delete[] m_data;
   m_data = p;
-  m_unitNum = p == nullptr || byteNum < 0 ? 0 : byteNum * 8 / m_unitSize;
+  m_unitNum = byteNum < 0 ? 0 : byteNum * 8 / m_unitSize;
 }
 
 char* ZtBitArray::Detach() {
@@ -99,6 +101,7 @@ void ZtBitArray::SetUnitSize(ZtLong s) {
 }
 
 void ZtBitArray::SetAll(char v) {
+  if (m_data == nullptr) return;  // units without a buffer, after Attach(n, nullptr)
   for (ZtLong i = 0; i < m_unitNum; ++i) SetValue(i, v);
 }
 

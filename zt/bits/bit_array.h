@@ -47,7 +47,8 @@ class ZT_API ZtBitArray {
   void ReAllocate(ZtLong n);
   /// Frees the current buffer if owned, then uses p (byteNum bytes): an owning array takes
   /// ownership of p (it must come from array new), a borrowing one borrows it. The count becomes
-  /// byteNum * 8 / GetUnitSize().
+  /// byteNum * 8 / GetUnitSize(), also when p is null: the whole-buffer members then do nothing
+  /// and the single-unit and single-bit ones are out of reach.
   void Attach(ZtLong byteNum, char* p);
   /// Returns the buffer and leaves the array empty without one; the caller now holds it.
   char* Detach();
@@ -90,7 +91,7 @@ class ZT_API ZtBitArray {
   /// Every byte becomes 0.
   void ResetAll();
   /// Bit `bit` of the buffer, whatever the unit size.
-  bool operator[](ZtLong bit) const {
+  bool operator[](ZtLong bit) {
     return (static_cast<unsigned char>(m_data[bit / 8]) >> (bit % 8) & 1U) != 0;
   }
   void Set(ZtLong bit) {
@@ -152,7 +153,6 @@ class ZT_API ZtBit2dArray : public ZtBitArray {
   ZtLong operator()(ZtLong r, ZtLong c) const { return GetValue(r * m_colNum + c); }
   /// ORs v into cell (r, c), as ZtBitArray::SetValue.
   void SetValue(ZtLong r, ZtLong c, char v) { ZtBitArray::SetValue(r * m_colNum + c, v); }
-  using ZtBitArray::SetValue;
   ZtLong GetRowNum() const { return m_rowNum; }
   ZtLong GetColNum() const { return m_colNum; }
 

@@ -14,7 +14,8 @@
 /// A flag word with a virtual destructor, so that derived objects delete through it.
 class ZT_API ZtBitData {
  public:
-  explicit ZtBitData(int flag = 0) : m_flag(flag) {}
+  ZtBitData() : m_flag(0) {}
+  ZtBitData(int flag) : m_flag(flag) {}  // NOLINT(google-explicit-constructor): a flag converts
   ZtBitData(const ZtBitData& src) = default;
   ZtBitData& operator=(const ZtBitData& src) = default;
   virtual ~ZtBitData();

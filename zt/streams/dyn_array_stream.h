@@ -27,7 +27,8 @@ class ZT_API ZtDynArrayStream : public ZtStream {
  public:
   /// spaceSize bytes reserved at once; each growth adds allocUnit spare bytes beyond the length
   /// needed.
-  explicit ZtDynArrayStream(ZtLong spaceSize = 1024, ZtLong allocUnit = 1024);
+  // NOLINTNEXTLINE(google-explicit-constructor): a reserve converts implicitly
+  ZtDynArrayStream(ZtLong spaceSize = 1024, ZtLong allocUnit = 1024);
   /// Same position, length and bytes; the array is exact-size with its default allocation unit.
   ZtDynArrayStream(const ZtDynArrayStream& src);
   /// Same position, length and bytes; this array keeps its allocation unit.

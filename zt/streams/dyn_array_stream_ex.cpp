@@ -78,17 +78,13 @@ void ZtDynArrayStreamEx::Write(void* p, ZtLong n) {
 }
 
 void ZtDynArrayStreamEx::AddUnitsUpTo(ZtLong last) {
-  const ZtLong units = m_units.GetLength();
-  try {
-    while (m_units.GetLength() <= last) {
-      std::unique_ptr<ZtDynArrayStream> unit(new ZtDynArrayStream(m_unitSize, 1024));
-      unit->SetLength(m_unitSize);  // within the reserve: the unit's one allocation
-      m_units.Append(unit.get());
-      static_cast<void>(unit.release());  // now owned by m_units
-    }
-  } catch (...) {
-    m_units.ReAllocate(units);  // deletes the units this call added
-    throw;
+  // A failed allocation leaves the units appended so far in place; only the unit being built
+  // is released.
+  while (m_units.GetLength() <= last) {
+    std::unique_ptr<ZtDynArrayStream> unit(new ZtDynArrayStream(m_unitSize, 1024));
+    unit->SetLength(m_unitSize);  // within the reserve: the unit's one allocation
+    m_units.Append(unit.get());
+    static_cast<void>(unit.release());  // now owned by m_units
   }
 }
 

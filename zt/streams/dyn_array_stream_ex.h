@@ -1,9 +1,10 @@
 // zt/streams/dyn_array_stream_ex.h
 //
 // ZtDynArrayStreamEx: a ZtStream whose bytes live in a chain of equal, fixed-size blocks (units),
-// each a ZtDynArrayStream of exactly GetUnitSize() bytes that the block stream owns. Stream byte i
-// is byte GetIndexInUnit(i) of unit IndexToUnit(i). Growing adds whole units at the end and never
-// moves bytes already written; only the array of unit pointers grows (10 slots at a time).
+// each a ZtDynArrayStream of exactly the unit size (1,024 bytes by default) that the block stream
+// owns. Stream byte i is byte GetIndexInUnit(i) of unit IndexToUnit(i). Growing adds whole units at
+// the end and never moves bytes already written; only the array of unit pointers grows (10 slots at
+// a time).
 //
 //   ZtDynArrayStreamEx s(4);      // 4-byte units
 //   s << 1.5;                     // 8 bytes: units 0 and 1
@@ -11,9 +12,9 @@
 // A write creates every unit up to the one holding its last byte, so a write far past the end
 // creates the units in between (their bytes are unspecified), and Write(p, 0) still makes sure
 // that unit (position - 1) / unit size exists. Reads copy what lies between the position and the
-// length. A failed allocation while units are added leaves the stream as it was: the units that
-// call added are deleted again. Copies own units of their own holding the same bytes; assignment
-// deletes the target's old units. A unit size below 1 is taken as 1,024.
+// length. When an allocation fails while units are added, the units appended before the failure
+// stay and the length and bytes are as they were. Copies own units of their own holding the same
+// bytes; assignment deletes the target's old units. A unit size below 1 is taken as 1,024.
 #ifndef ZT_STREAMS_DYN_ARRAY_STREAM_EX_H_
 #define ZT_STREAMS_DYN_ARRAY_STREAM_EX_H_
 
@@ -33,7 +34,7 @@ extern template class ZT_API ZtDynPArray<ZtDynArrayStream>;
 class ZT_API ZtDynArrayStreamEx : public ZtStream {
  public:
   /// An empty stream without units.
-  explicit ZtDynArrayStreamEx(ZtLong unitSize = 1024);
+  ZtDynArrayStreamEx(ZtLong unitSize = 1024);  // NOLINT(google-explicit-constructor)
   /// Same position, length and unit size, with copies of src's units.
   ZtDynArrayStreamEx(const ZtDynArrayStreamEx& src);
   /// Deletes this stream's units and takes copies of src's. When a copy fails nothing changes.
@@ -45,7 +46,6 @@ class ZT_API ZtDynArrayStreamEx : public ZtStream {
   ZtLong IndexToUnit(ZtLong i) const { return i / m_unitSize; }
   /// The offset of stream byte i inside its unit.
   ZtLong GetIndexInUnit(ZtLong i) const { return i % m_unitSize; }
-  ZtLong GetUnitSize() const { return m_unitSize; }
 
   /// Position 0, length 0, and every unit deleted.
   void Reset() override;
@@ -59,7 +59,7 @@ class ZT_API ZtDynArrayStreamEx : public ZtStream {
  private:
   // Deletes the current units and takes clones of src's; unchanged when a clone fails.
   void CopyUnits(const ZtDynPArray<ZtDynArrayStream>& src);
-  // Appends units until unit `last` exists; when that fails, deletes the ones it added.
+  // Appends units until unit `last` exists.
   void AddUnitsUpTo(ZtLong last);
   // Walks the existing units that hold bytes [m_cur, m_cur + n), setting each unit's position
   // where its part starts and calling step(address of that part, bytes before it, its size).

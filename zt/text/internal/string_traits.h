@@ -2,7 +2,7 @@
 //
 // What differs between ZtStringA and ZtStringW: the conversion from the other character type,
 // the number parsing, and the literals the strings print and compare with. Everything else is
-// written once in ZtStringT<Ch>. Not public.
+// written once for both classes. Not public.
 #ifndef ZT_TEXT_INTERNAL_STRING_TRAITS_H_
 #define ZT_TEXT_INTERNAL_STRING_TRAITS_H_
 
