@@ -16,6 +16,7 @@
 #include <iostream>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "tests/support/format_case.h"
 
@@ -47,10 +48,19 @@ class RandomLines {
   std::string Pick(std::initializer_list<const char*> choices) {
     return *(choices.begin() + Below(static_cast<unsigned>(choices.size())));
   }
+  // Up to `longest` characters of the UTF-8 `alphabet`.
   std::string Text(const char* alphabet, unsigned longest) {
+    std::vector<std::string> characters;
+    for (const char* p = alphabet; *p != 0; ++p) {
+      if ((*p & 0xC0) == 0x80) {
+        characters.back() += *p;  // a continuation byte
+      } else {
+        characters.emplace_back(1, *p);
+      }
+    }
     std::string s;
     for (unsigned n = Below(longest + 1); n > 0; --n) {
-      s += alphabet[Below(static_cast<unsigned>(std::strlen(alphabet)))];
+      s += characters[Below(static_cast<unsigned>(characters.size()))];
     }
     return s;
   }
@@ -118,7 +128,8 @@ class RandomLines {
         format += size;
         const bool wide_arg = size.empty() ? lower == wide_format : size != "h";
         if (conversion == 'c' || conversion == 'C') {
-          const std::string c = Text(wide_arg ? "aZ ~\xC3\xA9" : "aZ ~", 1);
+          const bool non_ascii = wide_arg && (wide_format || !counted);
+          const std::string c = Text(non_ascii ? "aZ ~\xC3\xA9" : "aZ ~", 1);
           args += "\tc:" + (c.empty() ? std::string("a") : c);
         } else {
           const bool non_ascii = !counted || (wide_arg && wide_format);
