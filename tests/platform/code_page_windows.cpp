@@ -49,13 +49,13 @@ TEST(CodePage1252, NonAsciiTextRoundTripsAndFormatConvertsWithIt) {
 
 TEST(CodePage1252, TextTheCodePageCannotHoldConvertsWithoutFailing) {
   const ThreadLocale western(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US));
-  EXPECT_EQ(Narrow(L"a\u65E5b"), "a?b");             // no such character: the default '?'
-  EXPECT_EQ(Wide("a\x81" "b"), L"a\u0081b");        // an unassigned byte keeps its value
+  EXPECT_EQ(Narrow(L"a\u65E5b"), "a?b");      // no such character: the default '?'
+  EXPECT_EQ(Wide("a\x81\x62"), L"a\u0081b");  // an unassigned byte keeps its value
 }
 
 TEST(CodePage932, DoubleByteTextRoundTripsAndFormatConvertsWithIt) {
   const ThreadLocale japanese(MAKELANGID(LANG_JAPANESE, SUBLANG_JAPANESE_JAPAN));
-  const char* narrow = "\x93\xFA\x96\x7B" "1";  // two double-byte characters, then a digit
+  const char* narrow = "\x93\xFA\x96\x7B\x31";  // two double-byte characters, then a 1
   EXPECT_EQ(Wide(narrow), L"\u65E5\u672C1");
   const ZtStringA back(L"\u65E5\u672C1");
   EXPECT_EQ(std::string(back), narrow);
@@ -67,13 +67,13 @@ TEST(CodePage932, DoubleByteTextRoundTripsAndFormatConvertsWithIt) {
   w.Format(L"%S", narrow);
   EXPECT_EQ(std::wstring(w), L"\u65E5\u672C1");
   // A trail byte is text even where it looks like a letter: 0x96 0x7B holds '{'.
-  EXPECT_EQ(CompareLabelA("\x96\x7B" "2", "\x96\x7B" "10"), -1);
+  EXPECT_EQ(CompareLabelA("\x96\x7B\x32", "\x96\x7B\x31\x30"), -1);  // 2 before 10
 }
 
 TEST(CodePage932, BrokenDoubleByteTextConvertsWithoutFailing) {
   const ThreadLocale japanese(MAKELANGID(LANG_JAPANESE, SUBLANG_JAPANESE_JAPAN));
-  EXPECT_EQ(Wide("a\x93"), L"a\u30FB");  // a lead byte with no trail byte
-  EXPECT_EQ(Narrow(L"a\u0E01b"), "a?b");   // no such character in the code page
+  EXPECT_EQ(Wide("a\x93"), L"a\u30FB");   // a lead byte with no trail byte
+  EXPECT_EQ(Narrow(L"a\u0E01b"), "a?b");  // no such character in the code page
 }
 
 }  // namespace

@@ -74,7 +74,8 @@ class RandomLines {
                                            "7FF4000000000000", "0000000000000001"};
     if (Below(8) == 0) return kSpecial[Below(6)];
     std::uint64_t v = m_random();
-    if (Below(2) != 0) v = (v & 0x800FFFFFFFFFFFFFULL) | (std::uint64_t{1023 + Below(80) - 40} << 52);
+    if (Below(2) != 0)
+      v = (v & 0x800FFFFFFFFFFFFFULL) | (std::uint64_t{1023 + Below(80) - 40} << 52);
     if (Below(4) == 0) v &= ~std::uint64_t{0} << Below(52);  // a short binary fraction: ties
     static const char kHex[] = "0123456789ABCDEF";
     std::string s;

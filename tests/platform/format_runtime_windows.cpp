@@ -103,8 +103,8 @@ class Runtime {
       set_handler([](const wchar_t*, const wchar_t*, const wchar_t*, unsigned, std::uintptr_t) {});
     }
     // Its other-width texts in the ANSI code page, as the library converts them.
-    auto set_locale = reinterpret_cast<SetLocale>(
-        reinterpret_cast<void*>(GetProcAddress(m_module, "setlocale")));
+    auto set_locale =
+        reinterpret_cast<SetLocale>(reinterpret_cast<void*>(GetProcAddress(m_module, "setlocale")));
     if (set_locale != nullptr) set_locale(LC_ALL, ".ACP");
   }
   ~Runtime() {

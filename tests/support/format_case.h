@@ -46,7 +46,8 @@ inline std::u32string Unescape(const std::string& s) {
       const char e = s[i++];
       if (e == '[' || e == 'u') {  // \[N] or \u{H}
         const std::size_t close = s.find(e == '[' ? ']' : '}', i);
-        const unsigned long n = std::strtoul(s.c_str() + i + (e == 'u'), nullptr, e == 'u' ? 16 : 10);
+        const unsigned long n =
+            std::strtoul(s.c_str() + i + (e == 'u'), nullptr, e == 'u' ? 16 : 10);
         i = close + 1;
         if (e == '[') {
           repeat = n;
@@ -92,7 +93,8 @@ inline std::string Render(const std::u32string& s) {
       out += static_cast<char>(c);
     } else {
       const int extra = c >= 0x10000 ? 3 : (c >= 0x800 ? 2 : 1);
-      out += static_cast<char>((extra == 1 ? 0xC0 : (extra == 2 ? 0xE0 : 0xF0)) | (c >> (6 * extra)));
+      out +=
+          static_cast<char>((extra == 1 ? 0xC0 : (extra == 2 ? 0xE0 : 0xF0)) | (c >> (6 * extra)));
       for (int k = extra - 1; k >= 0; --k) out += static_cast<char>(0x80 | ((c >> (6 * k)) & 0x3F));
     }
   }
@@ -196,7 +198,8 @@ class FormatArgs {
       } else if (t[0] == 'c') {
         a.bits = Unescape(v)[0];
       } else if (t[0] == 's') {
-        a.bits = reinterpret_cast<std::uintptr_t>(m_narrow.emplace_back(ToNarrow(Unescape(v))).c_str());
+        a.bits =
+            reinterpret_cast<std::uintptr_t>(m_narrow.emplace_back(ToNarrow(Unescape(v))).c_str());
       } else {
         a.bits = reinterpret_cast<std::uintptr_t>(m_wide.emplace_back(ToWide(Unescape(v))).c_str());
       }

@@ -52,7 +52,8 @@ class Sink {
   // Writes `n` units of `s`: text of the output's width, or engine-made ASCII from a char buffer.
   template <class Unit>
   void Write(const Unit* s, long long n) {
-    for (long long i = 0; i < n && m_length < m_room; ++i) m_out[m_length++] = static_cast<Ch>(s[i]);
+    for (long long i = 0; i < n && m_length < m_room; ++i)
+      m_out[m_length++] = static_cast<Ch>(s[i]);
   }
   bool Full() const { return m_length >= m_room; }
   ZtLong Finish() {
@@ -225,8 +226,8 @@ void PrintInteger(Sink<Ch>& out, Spec spec, Arguments& args) {
       }
     }
     negative = is_signed && v < 0;
-    magnitude = negative ? 0ULL - static_cast<unsigned long long>(v)
-                         : static_cast<unsigned long long>(v);
+    magnitude =
+        negative ? 0ULL - static_cast<unsigned long long>(v) : static_cast<unsigned long long>(v);
   }
   const unsigned radix = c == 'o' ? 8 : (c == 'x' || c == 'X' || c == 'p' ? 16 : 10);
   const char* digit_set = c == 'x' ? "0123456789abcdef" : "0123456789ABCDEF";
@@ -352,20 +353,22 @@ void PrintReal(Sink<Ch>& out, Spec spec, Arguments& args) {
     const char* word = "inf";
     if (fraction != 0) {
       const std::uint64_t quiet = std::uint64_t{1} << 51;
-      word = (fraction & quiet) == 0 ? "nan(snan)" : (negative && fraction == quiet ? "nan(ind)" : "nan");
+      word = (fraction & quiet) == 0 ? "nan(snan)"
+                                     : (negative && fraction == quiet ? "nan(ind)" : "nan");
     }
     n = std::strlen(word);
     std::memcpy(text, word, n);
   } else if (c == 'a' || c == 'A') {
-    n = HexReal(text, magnitude_bits, spec.precision < 0 ? 13 : std::min(spec.precision, kPrecisionCap),
-                spec.alternate);
+    n = HexReal(text, magnitude_bits,
+                spec.precision < 0 ? 13 : std::min(spec.precision, kPrecisionCap), spec.alternate);
     prefix[prefix_length++] = '0';
     prefix[prefix_length++] = 'x';
   } else {
     double magnitude = 0;
     std::memcpy(&magnitude, &magnitude_bits, sizeof magnitude);
     const char lower = static_cast<char>(upper ? c - 'A' + 'a' : c);
-    n = DecimalReal(text, magnitude, lower, spec.precision < 0 ? 6 : std::min(spec.precision, kPrecisionCap),
+    n = DecimalReal(text, magnitude, lower,
+                    spec.precision < 0 ? 6 : std::min(spec.precision, kPrecisionCap),
                     spec.alternate);
   }
   if (upper) {
@@ -428,7 +431,8 @@ void PrintTextArgument(Sink<Ch>& out, const Spec& spec, Arguments& args) {
     s = kNull;
   }
   std::size_t n = 0;
-  const std::size_t limit = spec.precision < 0 ? SIZE_MAX : static_cast<std::size_t>(spec.precision);
+  const std::size_t limit =
+      spec.precision < 0 ? SIZE_MAX : static_cast<std::size_t>(spec.precision);
   while (n < limit && s[n] != 0) ++n;  // never reads past the precision
   PrintText(out, spec, s, n);
 }

@@ -229,7 +229,8 @@ double ToDouble(const char* s) {
   double v = 0;
   // A "0x" with no hex digits after it reads as the 0 alone, as the runtime reads it.
   const char* digits = hex ? s + 2 : s;
-  const auto r = std::from_chars(digits, end, v, hex ? std::chars_format::hex : std::chars_format::general);
+  const auto r =
+      std::from_chars(digits, end, v, hex ? std::chars_format::hex : std::chars_format::general);
   if (r.ec == std::errc::result_out_of_range) {
     v = TooLarge(digits, hex) ? std::numeric_limits<double>::infinity() : 0.0;
   } else if (r.ec != std::errc()) {
