@@ -1,7 +1,8 @@
 // tests/platform/text_test.cpp
 //
-// The platform layer as the strings see it: UTF-8 <-> UTF-32 conversion with U+FFFD for broken
-// input, the Windows printing conventions in both widths, and the random draws.
+// The platform layer as the strings see it: wide text in the platform's code units, the Windows
+// printing conventions in both widths, and the random draws. The narrow encodings have their own
+// files: utf8_test.cpp (Linux) and code_page_windows.cpp (Windows).
 #include "zt/platform/text.h"
 
 #include <gtest/gtest.h>
@@ -17,24 +18,6 @@
 namespace zt::test {
 namespace {
 
-std::wstring Wide(const char* s) {
-  const ZtStringW w(s);
-  return std::wstring(static_cast<const wchar_t*>(w), w.Length());
-}
-
-// The UTF-8 rules hold where narrow text is UTF-8; Windows converts with its ANSI code page.
-#define SKIP_UNLESS_UTF8() \
-  if (!zt::platform::kNarrowIsUtf8) GTEST_SKIP() << "narrow text is not UTF-8 here"
-
-TEST(Conversion, NonAsciiTextRoundTrips) {
-  SKIP_UNLESS_UTF8();
-  const char* utf8 = "h\xC3\xA9llo \xE2\x82\xAC \xF0\x9D\x84\x9E";
-  EXPECT_EQ(Wide(utf8), L"h\u00E9llo \u20AC \U0001D11E");
-  const ZtStringA back{ZtStringW(utf8)};
-  EXPECT_EQ(std::string(back), utf8);
-  EXPECT_EQ(back.GetLength(), back.Length() + 1);
-}
-
 TEST(Conversion, WideTextHoldsThePlatformsCodeUnits) {
   // UTF-16 on Windows, where a character beyond the Basic Multilingual Plane takes a surrogate
   // pair; UTF-32 elsewhere.
@@ -43,23 +26,6 @@ TEST(Conversion, WideTextHoldsThePlatformsCodeUnits) {
   if (zt::platform::kNarrowIsUtf8) {
     EXPECT_EQ(ZtStringA(L"\U0001D11E").Length(), 4);
   }
-}
-
-TEST(Conversion, BrokenInputBecomesReplacementCharacters) {
-  SKIP_UNLESS_UTF8();
-  const std::vector<std::pair<const char*, std::wstring>> table = {
-      {"a\xFF"
-       "b",
-       L"a\uFFFDb"},                                      // a byte that never starts a character
-      {"\xE2\x82", L"\uFFFD"},                            // truncated at the end
-      {"\xE2\x82z", L"\uFFFDz"},                          // truncated before another character
-      {"\xC0\xAF", L"\uFFFD\uFFFD"},                      // overlong
-      {"\xED\xA0\x80", L"\uFFFD\uFFFD\uFFFD"},            // an encoded surrogate
-      {"\xF4\x90\x80\x80", L"\uFFFD\uFFFD\uFFFD\uFFFD"},  // past U+10FFFF
-      {"\x80", L"\uFFFD"}};
-  for (const auto& [in, expected] : table) EXPECT_EQ(Wide(in), expected) << in;
-  const wchar_t bad[] = {L'a', static_cast<wchar_t>(0xD800), static_cast<wchar_t>(0x110000), 0};
-  EXPECT_EQ(std::string(ZtStringA(bad)), "a\xEF\xBF\xBD\xEF\xBF\xBD");
 }
 
 TEST(Printing, WideFormatsTakeWideTextsAndCapitalLettersTheOtherWidth) {

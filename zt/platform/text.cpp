@@ -1,12 +1,12 @@
 // The text services of zt/platform/text.h: the Windows calls on Windows, portable code elsewhere.
 #include "zt/platform/text.h"
 
+#include <algorithm>
+#include <charconv>
 #include <climits>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <cwchar>
+#include <limits>
 #include <string>
 
 #if defined(_WIN32)
@@ -19,6 +19,8 @@
 #include <windows.h>
 #endif
 
+#include "zt/platform/format.h"
+
 namespace zt::platform {
 namespace {
 
@@ -28,9 +30,52 @@ bool FitsConversion(const Ch* s) {
   return std::char_traits<Ch>::length(s) + 1 < 0x40000000U;
 }
 
-}  // namespace
+// atoi / _wtoi as the Windows runtime reads them: out-of-range values saturate.
+template <class Ch>
+int ParseInt(const Ch* s) {
+  while (*s == ' ' || (*s >= '\t' && *s <= '\r')) ++s;
+  const bool negative = *s == '-';
+  if (*s == '-' || *s == '+') ++s;
+  long long magnitude = 0;
+  for (; *s >= '0' && *s <= '9'; ++s) magnitude = AppendDigit(magnitude, *s - '0');
+  if (negative) return magnitude >= kDigitCap ? INT_MIN : static_cast<int>(-magnitude);
+  return magnitude >= kDigitCap ? INT_MAX : static_cast<int>(magnitude);
+}
 
-double ToDouble(const char* s) { return std::strtod(s, nullptr); }
+bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+// Whether the real text at `s`, which std::from_chars found out of range, is too large rather
+// than too small: the sign of its magnitude's exponent decides, digits before the first
+// non-zero one and the explicit exponent counted in the text's base.
+bool TooLarge(const char* s, bool hex) {
+  auto is_digit = [hex](char c) {
+    return (c >= '0' && c <= '9') || (hex && ((c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F')));
+  };
+  long long scale = 0;  // in digits of the base
+  bool seen = false;    // a non-zero digit was read
+  bool point = false;
+  for (; is_digit(*s) || (*s == '.' && !point); ++s) {
+    if (*s == '.') {
+      point = true;
+    } else if (*s != '0' || seen) {
+      if (!seen && point) --scale;  // the first non-zero digit stands after the point
+      seen = true;
+      if (!point) ++scale;
+    } else if (point) {
+      --scale;
+    }
+  }
+  long long exponent = 0;
+  if (*s == (hex ? 'p' : 'e') || *s == (hex ? 'P' : 'E')) {
+    const bool negative = s[1] == '-';
+    s += s[1] == '-' || s[1] == '+' ? 2 : 1;
+    for (; *s >= '0' && *s <= '9'; ++s) exponent = std::min(exponent * 10 + (*s - '0'), 1LL << 40);
+    if (negative) exponent = -exponent;
+  }
+  return (hex ? scale * 4 : scale) + exponent > 0;
+}
+
+}  // namespace
 
 #if defined(_WIN32)
 
@@ -56,24 +101,7 @@ void ToNarrow(const wchar_t* s, char* out, ZtLong room) {
   WideCharToMultiByte(CP_THREAD_ACP, 0, s, -1, out, room, nullptr, nullptr);
 }
 
-int ToInt(const char* s) { return std::atoi(s); }
-int ToInt(const wchar_t* s) { return _wtoi(s); }
-
-// The runtime writes at most kFormatRoom - 1 characters and no terminator when it cuts; the
-// last slot is set beforehand so the text is always terminated.
-ZtLong FormatV(char* out, const char* format, va_list args) {
-  out[kFormatRoom - 1] = 0;
-  const int n = _vsnprintf(out, kFormatRoom - 1, format, args);
-  return n >= 0 ? n : TextLength(out);
-}
-
-ZtLong FormatV(wchar_t* out, const wchar_t* format, va_list args) {
-  out[kFormatRoom - 1] = 0;
-  const int n = _vsnwprintf(out, kFormatRoom - 1, format, args);
-  return n >= 0 ? n : TextLength(out);
-}
-
-#else  // UTF-8 <-> UTF-32 and the C99 runtime
+#else  // UTF-8 <-> UTF-32
 
 static_assert(sizeof(wchar_t) == 4, "wide text is UTF-32 outside Windows");
 
@@ -147,70 +175,6 @@ void EncodeUtf8(const wchar_t* s, Emit emit) {
   }
 }
 
-// atoi / _wtoi as the Windows runtime reads them: out-of-range values saturate.
-template <class Ch>
-int ParseInt(const Ch* s) {
-  while (*s == ' ' || (*s >= '\t' && *s <= '\r')) ++s;
-  const bool negative = *s == '-';
-  if (*s == '-' || *s == '+') ++s;
-  long long magnitude = 0;
-  for (; *s >= '0' && *s <= '9'; ++s) magnitude = AppendDigit(magnitude, *s - '0');
-  if (negative) return magnitude >= kDigitCap ? INT_MIN : static_cast<int>(-magnitude);
-  return magnitude >= kDigitCap ? INT_MAX : static_cast<int>(magnitude);
-}
-
-template <class Ch>
-bool IsAscii(Ch c) {
-  return c != 0 && Unit(c) < 0x80;
-}
-
-// Rewrites a format written for the Windows runtime into the C99 convention: %s and %c of the
-// format's own width, %S and %C of the other width, h narrow, l and w wide; I64 becomes ll, I32
-// nothing, I z. Everything else is copied.
-template <class Ch>
-std::basic_string<Ch> ToC99Format(const Ch* f) {
-  constexpr bool kWideFormat = sizeof(Ch) > 1;
-  std::basic_string<Ch> out;
-  while (*f != 0) {
-    const Ch c = *f++;
-    out += c;
-    if (c != '%') continue;
-    while (IsAscii(*f) && std::strchr("0123456789$*.-+ #'", static_cast<char>(*f)) != nullptr) {
-      out += *f++;
-    }
-    int width = 0;  // -1 narrow, 1 wide, 0 as the conversion letter says
-    const Ch* size = f;
-    if (f[0] == 'I' && f[1] == '6' && f[2] == '4') {
-      out += static_cast<Ch>('l');
-      out += static_cast<Ch>('l');
-      f += 3;
-    } else if (f[0] == 'I' && f[1] == '3' && f[2] == '2') {
-      f += 3;
-    } else if (f[0] == 'I') {
-      out += static_cast<Ch>('z');
-      ++f;
-    } else if (f[0] == 'h' || f[0] == 'l' || f[0] == 'w') {
-      width = f[0] == 'h' ? -1 : 1;
-      while (*f == 'h' || *f == 'l' || *f == 'w') ++f;
-    }
-    const Ch conv = *f;
-    if (conv == 0) break;
-    ++f;
-    if (conv == 's' || conv == 'c' || conv == 'S' || conv == 'C') {
-      const bool lower = conv == 's' || conv == 'c';
-      const bool wide = width != 0 ? width > 0 : lower == kWideFormat;
-      if (wide) out += static_cast<Ch>('l');
-      out += static_cast<Ch>(conv == 's' || conv == 'S' ? 's' : 'c');
-      continue;
-    }
-    for (; width != 0 && size != f - 1; ++size) {
-      if (*size != 'w') out += *size;  // hh, h, l, ll before a number conversion
-    }
-    out += conv;
-  }
-  return out;
-}
-
 }  // namespace
 
 ZtLong WideLength(const char* s) {
@@ -243,42 +207,36 @@ void ToNarrow(const wchar_t* s, char* out, ZtLong room) {
   if (room > 0) out[i] = 0;
 }
 
+#endif
+
+ZtLong FormatV(char* out, const char* format, va_list args) {
+  return zt::detail::PrintFormat(out, kFormatRoom, format, args);
+}
+
+ZtLong FormatV(wchar_t* out, const wchar_t* format, va_list args) {
+  return zt::detail::PrintFormat(out, kFormatRoom, format, args);
+}
+
 int ToInt(const char* s) { return ParseInt(s); }
 int ToInt(const wchar_t* s) { return ParseInt(s); }
 
-ZtLong FormatV(char* out, const char* format, va_list args) {
-  const int n = std::vsnprintf(out, kFormatRoom, ToC99Format(format).c_str(), args);
-  if (n < 0) out[0] = 0;
-  return n < 0 ? 0 : (n < kFormatRoom ? n : kFormatRoom - 1);
-}
-
-// vswprintf answers -1 both for a cut text and for an argument it cannot convert; in that case
-// the whole text is printed to a memory stream to tell the two apart.
-ZtLong FormatV(wchar_t* out, const wchar_t* format, va_list args) {
-  const std::wstring c99 = ToC99Format(format);
-  va_list again;
-  va_copy(again, args);
-  int n = std::vswprintf(out, kFormatRoom, c99.c_str(), args);
-  if (n < 0) {
-    wchar_t* text = nullptr;
-    std::size_t size = 0;
-    if (FILE* stream = open_wmemstream(&text, &size)) {
-      // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): `again` is va_copy's copy
-      n = std::vfwprintf(stream, c99.c_str(), again);
-      std::fclose(stream);
-      if (n >= 0) {
-        n = n < kFormatRoom ? n : kFormatRoom - 1;
-        std::wmemcpy(out, text, static_cast<std::size_t>(n));
-      }
-      std::free(text);
-    }
-    n = n < 0 ? 0 : n;
-    out[n] = 0;
+double ToDouble(const char* s) {
+  while (IsSpace(*s)) ++s;
+  const bool negative = *s == '-';
+  if (*s == '-' || *s == '+') ++s;
+  const char* end = s + std::strlen(s);
+  const bool hex = s[0] == '0' && (s[1] == 'x' || s[1] == 'X');
+  double v = 0;
+  // A "0x" with no hex digits after it reads as the 0 alone, as the runtime reads it.
+  const char* digits = hex ? s + 2 : s;
+  const auto r =
+      std::from_chars(digits, end, v, hex ? std::chars_format::hex : std::chars_format::general);
+  if (r.ec == std::errc::result_out_of_range) {
+    v = TooLarge(digits, hex) ? std::numeric_limits<double>::infinity() : 0.0;
+  } else if (r.ec != std::errc()) {
+    v = 0;
   }
-  va_end(again);
-  return n;
+  return negative ? -v : v;
 }
-
-#endif
 
 }  // namespace zt::platform

@@ -1,8 +1,10 @@
 // zt/platform/text.h
 //
 // The C-runtime and code-page services the text classes stand on, the same results on every
-// platform. Internal to the library (hidden, not exported): on Windows the real system and
-// runtime calls, elsewhere portable code that gives what those calls give.
+// platform. Internal to the library (hidden, not exported): the code-page conversion makes the
+// real system calls on Windows and is portable code elsewhere; the number texts and the
+// printing are one portable implementation on every platform, which gives what today's Windows
+// runtime gives.
 //
 //   ZtLong n = zt::platform::WideLength("abc");   // 3
 //   std::vector<wchar_t> w(n + 1);
@@ -13,11 +15,10 @@
 //   truncated UTF-8 sequence and a wide value that is no Unicode scalar each become U+FFFD.
 //   A source of 0x40000000 characters or more (terminator included) fails.
 // - Integer text as _itoa/_itow give it for radix 10; atoi/_wtoi (saturating at INT_MIN and
-//   INT_MAX on overflow) and atof.
-// - Bounded printing into a 1,025-character buffer: at most 1,024 characters and a terminator.
-//   Formats follow the Windows runtime's convention everywhere: in a wide format %s and %c take
-//   wide arguments and %S and %C narrow ones; in a narrow format the reverse; h and l (or w)
-//   force narrow and wide; the size prefixes I64, I32 and I are understood.
+//   INT_MAX on overflow) and atof (hex reals, inf and nan spellings included; independent of
+//   the C locale).
+// - Bounded printing into a 1,025-character buffer: at most 1,024 characters and a terminator,
+//   by the engine of zt/platform/format.h, whose header states the convention.
 // - strcmp/wcscmp order: code units compared as unsigned values.
 #ifndef ZT_PLATFORM_TEXT_H_
 #define ZT_PLATFORM_TEXT_H_
@@ -75,7 +76,9 @@ void IntToText(int v, Ch* out) {
 /// atoi / _wtoi: leading white space, an optional sign, decimal digits; 0 when no digit follows.
 int ToInt(const char* s);
 int ToInt(const wchar_t* s);
-/// atof.
+/// atof: leading white space, an optional sign, then a decimal or 0x-prefixed hex real, inf,
+/// infinity or nan (any case); the longest such prefix is read, and 0 when there is none.
+/// Values too large give an infinity, values too small a zero, each with the text's sign.
 double ToDouble(const char* s);
 
 /// Digits are read as atoi reads them: the magnitude `acc * 10 + digit`, held at kDigitCap
@@ -88,11 +91,9 @@ inline long long AppendDigit(long long acc, int digit) {
 /// The size of every Format buffer, terminator included.
 constexpr ZtLong kFormatRoom = 1025;
 
-/// Prints into `out` (kFormatRoom characters) with the Windows runtime's format conventions.
-/// Longer output is cut to kFormatRoom - 1 characters. A text or character argument of the
-/// other width is converted by the C runtime (in the current locale, setlocale's, outside
-/// Windows); one it cannot convert cuts the text short, to nothing outside Windows. Returns the
-/// printed length.
+/// Prints into `out` (kFormatRoom characters) by the convention of zt/platform/format.h: today's
+/// Windows runtime's. Longer output is cut to kFormatRoom - 1 characters. Returns the printed
+/// length.
 ZtLong FormatV(char* out, const char* format, va_list args);
 ZtLong FormatV(wchar_t* out, const wchar_t* format, va_list args);
 
