@@ -14,16 +14,10 @@ template class ZT_INSTANTIATION_API ZtDynPArray<ZtDynArrayStream>;
 
 namespace {
 
-#if defined(_MSC_VER) && !defined(__clang__)
-#define ZT_NEVER_INLINE __declspec(noinline)
-#else
-#define ZT_NEVER_INLINE __attribute__((noinline))
-#endif
-
 // Runs f through a call that is never inlined. Write and Read hand it their rare paths (several
 // units, new units), so that their common path does not save registers for them.
 template <class F>
-ZT_NEVER_INLINE void OutOfLine(const F& f) {
+ZT_NOINLINE void OutOfLine(const F& f) {
   f();
 }
 
