@@ -3,6 +3,7 @@
 // Build-wide definitions every zt header relies on:
 //   ZtLong  - the library's 32-bit index, length and count type (long on Windows, where it is
 //             32 bits wide; std::int32_t elsewhere).
+//   ZT_NOINLINE - keeps a rare path out of line.
 //   ZT_API  - marks what the shared library exports. Everything else is built hidden.
 //             Exported template instantiations are declared `extern template class ZT_API`
 //             in the headers and defined with ZT_INSTANTIATION_API in the library.
@@ -26,6 +27,14 @@ static_assert(sizeof(ZtLong) == 4, "ZtLong must be 32 bits wide");
 // ZtDynArray by its type (typeid). A client built without it gets this error, not a stray one.
 #if !defined(__GXX_RTTI) && !defined(_CPPRTTI)
 #error "zt's headers need run-time type information: build without -fno-rtti or /GR-"
+#endif
+
+// ZT_NOINLINE keeps a function out of line. Rare paths (growth) use it, so that the loops that
+// inline their callers keep their values in registers.
+#if defined(_MSC_VER) && !defined(__clang__)
+#define ZT_NOINLINE __declspec(noinline)
+#else
+#define ZT_NOINLINE __attribute__((noinline))
 #endif
 
 #if defined(ZT_STATIC)

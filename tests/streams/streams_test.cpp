@@ -44,6 +44,7 @@ class PeekBlocks : public ZtDynArrayStreamEx {
   using ZtDynArrayStreamEx::ZtDynArrayStreamEx;
   ZtLong UnitCount() const { return m_units.GetLength(); }
   ZtDynArrayStream* Unit(ZtLong i) const { return m_units.GetAt(i); }
+  ZtLong UnitCursor() const { return m_units.GetCur(); }
 };
 
 // Units of 3 bytes split most values across units.
@@ -227,6 +228,33 @@ TEST(DynArrayStreamEx, UnitsAppendedBeforeAFailedAllocationStay) {
   }
   ASSERT_FALSE(unitsAfterFailure.empty());
   EXPECT_EQ(Both(unitsAfterFailure.front(), unitsAfterFailure.back()), Both(2, 3));
+}
+
+TEST(DynArrayStreamEx, TheUnitCursorAndTheUnitPositionsFollowTheWalk) {
+  PeekBlocks s(4);
+  Bytes bytes(10, 7);
+  s.Write(bytes.data(), 10);
+  const struct {
+    ZtLong at, n;
+    bool write;
+    ZtLong cursor, unit, position;  // the unit cursor afterwards, and one unit's position
+  } cases[] = {
+      {1, 2, true, 1, 0, 1},   // inside unit 0
+      {5, 3, false, 2, 1, 1},  // inside unit 1, up to its end
+      {3, 2, true, 2, 1, 0},   // across units 0 and 1: unit 1 from its start
+      {9, 4, false, 3, 2, 1},  // cut to the one byte left
+      {6, 0, false, 1, 1, 0},  // nothing to read: the cursor still moves, no position changes
+  };
+  for (const auto& c : cases) {
+    s.MoveTo(c.at);
+    if (c.write) {
+      s.Write(bytes.data(), c.n);
+    } else {
+      s.Read(bytes.data(), c.n);
+    }
+    EXPECT_EQ(Both(s.UnitCursor(), s.Unit(c.unit)->GetCur()), Both(c.cursor, c.position))
+        << c.at << "+" << c.n;
+  }
 }
 
 TEST(DynArrayStreamEx, CopiesOwnUnitsOfTheirOwnAndFailuresChangeNothing) {

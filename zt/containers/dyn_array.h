@@ -129,13 +129,33 @@ class ZtDynArray : public ZtDynArrayBase<T> {
   }
 };
 
+namespace zt::detail {
+
+/// A buffer and its number of slots.
+template <class T>
+struct Buffer {
+  T* data;
+  ZtLong space;
+};
+
+/// The growth of an array out of line, away from the append loops: a buffer of n + unit slots
+/// (a negative unit counts as 0) holding copies of data[0..length), data freed. Throws with
+/// nothing changed when the allocation fails.
+template <class T>
+ZT_NOINLINE Buffer<T> Regrow(T* data, ZtLong length, ZtLong n, ZtLong unit) {
+  const ZtLong space = AddLength(n, unit > 0 ? unit : 0);
+  T* fresh = CopyIntoNew(space, data, length);
+  delete[] data;
+  return {fresh, space};
+}
+
+}  // namespace zt::detail
+
 template <class T>
 void ZtDynArray<T>::Grow(ZtLong n) {
-  const ZtLong space = zt::detail::AddLength(n, m_allocUnit > 0 ? m_allocUnit : 0);
-  T* fresh = zt::detail::CopyIntoNew(space, m_data, this->m_length);
-  delete[] m_data;
-  m_data = fresh;
-  m_spaceSize = space;
+  const zt::detail::Buffer<T> grown = zt::detail::Regrow(m_data, this->m_length, n, m_allocUnit);
+  m_data = grown.data;
+  m_spaceSize = grown.space;
 }
 
 template <class T>

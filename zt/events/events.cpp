@@ -1,9 +1,9 @@
 #include "zt/events/events.h"
 
-#include <memory>
+#include <cstddef>
+#include <deque>
 
 #include "zt/containers/dlist.h"
-#include "zt/containers/list_quene.h"
 
 ZtEvent::ZtEvent(const wchar_t* name, void* data, unsigned int type)
     : name(name), data(data), type(type) {}
@@ -40,19 +40,47 @@ namespace zt::detail {
 /// the registry: unregistering empties the entries (null) and the outermost delivery removes the
 /// emptied ones when it ends, normally or by an exception. Null is never registered, so a null
 /// entry is always such an emptied one.
+///
+/// Events are recycled: a delivered event goes to a list of spares, linked through their data
+/// pointers, and the next send or post reassigns one (its name keeps its buffer when the new
+/// name fits), so a steady flow of events allocates nothing. The queue holds event pointers in
+/// blocks of many. When processing ends outside any delivery, the spares are cut to the number
+/// of events it delivered (at least kKeptSpares), so a burst does not hold its memory.
 class EventBus {
  public:
   /// The bus, built at the first call; null once it has been destroyed.
   static EventBus* Get();
 
+  EventBus() = default;
+  EventBus(const EventBus&) = delete;
+  EventBus& operator=(const EventBus&) = delete;
+  ~EventBus();
+
   void Register(ZtEventReactor* reactor) {
     if (reactor != nullptr) m_registry.Append(reactor);
   }
   void UnRegister(ZtEventReactor* reactor);
-  void Deliver(const ZtEvent& event);
-  ZtPDListQuene<ZtEvent>& Queue() { return m_queue; }
+  void Send(const wchar_t* name, void* data, unsigned int type);
+  void Post(const wchar_t* name, void* data, unsigned int type);
+  void ProcessPosted();
 
  private:
+  static constexpr std::size_t kKeptSpares = 64;
+
+  /// Holds an event taken out for delivery and gives it back to the spares when it goes.
+  class Lease {
+   public:
+    Lease(EventBus& bus, ZtEvent* event) : m_bus(bus), m_event(event) {}
+    Lease(const Lease&) = delete;
+    Lease& operator=(const Lease&) = delete;
+    ~Lease() { m_bus.Give(m_event); }
+    const ZtEvent& operator*() const { return *m_event; }
+
+   private:
+    EventBus& m_bus;
+    ZtEvent* m_event;
+  };
+
   /// Counts a delivery under way; the outermost one compacts the registry as it leaves.
   class Walk {
    public:
@@ -74,8 +102,22 @@ class EventBus {
     return reactor.mask == 0 || event.type == 0 || (reactor.mask & event.type) != 0;
   }
 
+  void Deliver(const ZtEvent& event);
+  /// An event holding the three values, a spare one when there is one; `fresh` tells whether
+  /// it was made now. Throws std::bad_alloc before anything changes.
+  ZtEvent* Take(const wchar_t* name, void* data, unsigned int type, bool& fresh);
+  void Give(ZtEvent* event) noexcept {
+    event->data = m_spares;
+    m_spares = event;
+    ++m_spareCount;
+  }
+  /// Deletes spares until at most `keep` are left.
+  void TrimSpares(std::size_t keep) noexcept;
+
   ZtDList<ZtEventReactor*> m_registry{0};
-  ZtPDListQuene<ZtEvent> m_queue{-1};
+  std::deque<ZtEvent*> m_queue;  // owned, oldest first
+  ZtEvent* m_spares = nullptr;   // owned, each linking the next through its data pointer
+  std::size_t m_spareCount = 0;
   int m_depth = 0;         // deliveries under way, nested ones included
   bool m_emptied = false;  // some registry entries were emptied during a delivery
 };
@@ -133,6 +175,65 @@ void EventBus::Deliver(const ZtEvent& event) {
   }
 }
 
+EventBus::~EventBus() {
+  for (ZtEvent* event : m_queue) delete event;
+  TrimSpares(0);
+}
+
+ZtEvent* EventBus::Take(const wchar_t* name, void* data, unsigned int type, bool& fresh) {
+  fresh = m_spares == nullptr;
+  if (fresh) return new ZtEvent(name, data, type);
+  ZtEvent* event = m_spares;
+  event->name = name;  // keeps the spare unchanged when it throws
+  m_spares = static_cast<ZtEvent*>(event->data);
+  --m_spareCount;
+  event->data = data;
+  event->type = type;
+  return event;
+}
+
+void EventBus::TrimSpares(std::size_t keep) noexcept {
+  for (; m_spareCount > keep; --m_spareCount) {
+    ZtEvent* event = m_spares;
+    m_spares = static_cast<ZtEvent*>(event->data);
+    delete event;
+  }
+}
+
+void EventBus::Send(const wchar_t* name, void* data, unsigned int type) {
+  bool fresh = false;
+  const Lease event(*this, Take(name, data, type, fresh));
+  Deliver(*event);
+}
+
+void EventBus::Post(const wchar_t* name, void* data, unsigned int type) {
+  bool fresh = false;
+  ZtEvent* event = Take(name, data, type, fresh);
+  try {
+    m_queue.push_back(event);
+  } catch (...) {
+    // Nothing is queued, and nothing is kept that the call allocated.
+    if (fresh) {
+      delete event;
+    } else {
+      Give(event);
+    }
+    throw;
+  }
+}
+
+void EventBus::ProcessPosted() {
+  std::size_t delivered = 0;
+  while (!m_queue.empty()) {
+    // Out of the queue before the delivery, and back among the spares also when React throws.
+    const Lease event(*this, m_queue.front());
+    m_queue.pop_front();
+    ++delivered;
+    Deliver(*event);
+  }
+  if (m_depth == 0) TrimSpares(delivered > kKeptSpares ? delivered : kKeptSpares);
+}
+
 }  // namespace zt::detail
 
 using zt::detail::EventBus;
@@ -146,27 +247,13 @@ void ZtUnRegisterReactor(ZtEventReactor* reactor) {
 }
 
 void ZtSendEvent(const wchar_t* name, void* data, unsigned int type) {
-  EventBus* bus = EventBus::Get();
-  if (bus == nullptr) return;
-  const ZtEvent event(name, data, type);
-  bus->Deliver(event);
+  if (EventBus* bus = EventBus::Get()) bus->Send(name, data, type);
 }
 
 void ZtPostEvent(const wchar_t* name, void* data, unsigned int type) {
-  EventBus* bus = EventBus::Get();
-  if (bus == nullptr) return;
-  auto event = std::make_unique<ZtEvent>(name, data, type);
-  if (bus->Queue().Push(event.get())) static_cast<void>(event.release());  // the queue owns it
+  if (EventBus* bus = EventBus::Get()) bus->Post(name, data, type);
 }
 
 void ZtProcessPostEvents() {
-  EventBus* bus = EventBus::Get();
-  if (bus == nullptr) return;
-  ZtEvent* next = nullptr;
-  while (bus->Queue().Pop(next)) {
-    // Pop empties the head's place before its node goes: the list deletes nothing, `next` lives.
-    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDelete)
-    const std::unique_ptr<ZtEvent> event(next);  // destroyed also when React throws
-    bus->Deliver(*event);
-  }
+  if (EventBus* bus = EventBus::Get()) bus->ProcessPosted();
 }

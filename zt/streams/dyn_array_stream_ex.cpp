@@ -12,6 +12,17 @@ template class ZT_INSTANTIATION_API ZtDynArrayBase<ZtDynArrayStream*>;
 template class ZT_INSTANTIATION_API ZtDynArray<ZtDynArrayStream*>;
 template class ZT_INSTANTIATION_API ZtDynPArray<ZtDynArrayStream>;
 
+namespace {
+
+// Runs f through a call that is never inlined. Write and Read hand it their rare paths (several
+// units, new units), so that their common path does not save registers for them.
+template <class F>
+ZT_NOINLINE void OutOfLine(const F& f) {
+  f();
+}
+
+}  // namespace
+
 ZtDynArrayStreamEx::ZtDynArrayStreamEx(ZtLong unitSize)
     : m_unitSize(unitSize > 0 ? unitSize : 1024), m_units(0, 10) {}
 
@@ -48,12 +59,18 @@ void ZtDynArrayStreamEx::Reset() {
 
 template <class Step>
 void ZtDynArrayStreamEx::ForEachChunk(ZtLong n, Step step) {
-  m_units.MoveTo(m_cur / m_unitSize);
+  // The unit cursor's walk, on a local index stored once at the end: it stops on an empty slot,
+  // on a unit without room, or past the last unit, and otherwise ends after the last unit used.
+  ZtDynArrayStream* const* const units = m_units.ZtDynArray::GetFirst();
+  const ZtLong count = m_units.GetLength();
+  ZtLong u = m_cur / m_unitSize;
   ZtLong offset = m_cur % m_unitSize;
-  for (ZtLong done = 0; done < n && !m_units.IsOut(); m_units.MoveToNext(), offset = 0) {
-    ZtDynArrayStream* unit = m_units.GetCurData();
+  for (ZtLong done = 0; done < n && u >= 0 && u < count; ++u, offset = 0) {
+    ZtDynArrayStream* unit = units[u];
     if (unit == nullptr) break;  // an emptied slot: nothing to copy to or from
-    unit->MoveTo(offset);
+    // The units are this stream's own array streams: their position is set in place, as their
+    // MoveTo would (offset is never negative).
+    unit->m_cur = offset;
     // What the unit's own Write or Read would copy: units hold exactly m_unitSize bytes, so the
     // chunk stays inside the unit's array without growing it.
     const ZtLong chunk = std::min(n - done, unit->m_array.GetLength() - offset);
@@ -61,20 +78,41 @@ void ZtDynArrayStreamEx::ForEachChunk(ZtLong n, Step step) {
     step(const_cast<char*>(unit->m_array.GetFirst()) + offset, done, chunk);
     done += chunk;
   }
+  m_units.MoveTo(u);
+}
+
+template <class Step>
+bool ZtDynArrayStreamEx::InOneUnit(ZtLong n, Step step) {
+  const ZtLong u = m_cur / m_unitSize;
+  const ZtLong offset = m_cur % m_unitSize;
+  if (n <= 0 || m_cur < 0 || u >= m_units.GetLength() || n > m_unitSize - offset) return false;
+  ZtDynArrayStream* unit = m_units.ZtDynArray::GetFirst()[u];
+  if (unit == nullptr || n > unit->m_array.GetLength() - offset) return false;
+  unit->m_cur = offset;
+  step(const_cast<char*>(unit->m_array.GetFirst()) + offset, 0, n);
+  m_units.MoveTo(u + 1);
+  return true;
 }
 
 void ZtDynArrayStreamEx::Write(void* p, ZtLong n) {
-  const ZtLong end = zt::detail::AddLength(m_cur, n);
-  // Units up to the one holding the last byte, (end - 1) / unit size truncated: Write(p, 0) at
-  // position 0 makes sure that unit 0 exists.
-  if (end <= 0 || end > static_cast<std::int64_t>(m_units.GetLength()) * m_unitSize) {
-    AddUnitsUpTo((end - 1) / m_unitSize);
-  }
   const char* bytes = static_cast<const char*>(p);
-  ForEachChunk(n, [bytes](char* unitBytes, ZtLong done, ZtLong chunk) {
+  const auto copyIn = [bytes](char* unitBytes, ZtLong done, ZtLong chunk) {
     zt::detail::CopyBytes(unitBytes, bytes + done, chunk);
+  };
+  if (InOneUnit(n, copyIn)) {
+    if (m_cur + n > m_length) m_length = m_cur + n;  // no overflow: the unit holds the bytes
+    return;
+  }
+  OutOfLine([this, n, &copyIn] {
+    const ZtLong end = zt::detail::AddLength(m_cur, n);
+    // Units up to the one holding the last byte, (end - 1) / unit size truncated: Write(p, 0) at
+    // position 0 makes sure that unit 0 exists.
+    if (end <= 0 || end > static_cast<std::int64_t>(m_units.GetLength()) * m_unitSize) {
+      AddUnitsUpTo((end - 1) / m_unitSize);
+    }
+    ForEachChunk(n, copyIn);
+    if (end > m_length) m_length = end;
   });
-  if (end > m_length) m_length = end;
 }
 
 void ZtDynArrayStreamEx::AddUnitsUpTo(ZtLong last) {
@@ -91,7 +129,8 @@ void ZtDynArrayStreamEx::AddUnitsUpTo(ZtLong last) {
 void ZtDynArrayStreamEx::Read(void* p, ZtLong n) {
   n = std::min(n, m_length - m_cur);
   char* bytes = static_cast<char*>(p);
-  ForEachChunk(n, [bytes](const char* unitBytes, ZtLong done, ZtLong chunk) {
+  const auto copyOut = [bytes](const char* unitBytes, ZtLong done, ZtLong chunk) {
     zt::detail::CopyBytes(bytes + done, unitBytes, chunk);
-  });
+  };
+  if (!InOneUnit(n, copyOut)) OutOfLine([this, n, &copyOut] { ForEachChunk(n, copyOut); });
 }

@@ -65,6 +65,10 @@ class ZT_API ZtDynArrayStreamEx : public ZtStream {
   // where its part starts and calling step(address of that part, bytes before it, its size).
   template <class Step>
   void ForEachChunk(ZtLong n, Step step);
+  // The common case of Write and Read, n > 0 bytes lying in one existing unit: does what the
+  // walk does for them and returns true. False, with nothing changed, in every other case.
+  template <class Step>
+  bool InOneUnit(ZtLong n, Step step);
 };
 
 #endif  // ZT_STREAMS_DYN_ARRAY_STREAM_EX_H_
