@@ -111,6 +111,31 @@ B Same(A got, B want) {
   return want;
 }
 
+/// Where the owning lists' sorted-insertion search (BFindDataTo over the whole list) leaves the
+/// cursor for a key x among n elements, step by step, whether the list is sorted or not; less(i)
+/// and greater(i) answer x < e and x > e for element i. {true, i}: on an equal element i;
+/// {false, i}: not found, the key goes before element i (n: at the end).
+template <class Less, class Greater>
+std::pair<bool, ZtLong> SortedPlace(ZtLong n, Less less, Greater greater) {
+  if (n == 0) return {false, 0};
+  ZtLong from = 0, to = n - 1, mid = 0;
+  if (less(from)) return {false, from};
+  if (greater(to)) return {false, n};
+  while (from < to) {
+    mid = (from + to) / 2;
+    if (greater(mid)) {
+      from = mid + 1;
+    } else if (!less(mid)) {
+      return {true, mid};
+    } else {
+      to = mid - 1;
+    }
+  }
+  if (from != to) return {false, mid};
+  if (greater(from)) return {false, from + 1};
+  return {!less(from), from};
+}
+
 // The sequence targets hold small ints; in an owning container -1 stands for an empty slot.
 
 /// A container C of ints by value.
