@@ -3,7 +3,9 @@
 // ZtDynArray<int> and ZtDynPArray<int> against a std::vector<int> with the cursor and the
 // capacity that the growth rule gives (a grown buffer holds the new length plus the allocation
 // unit; copies, SetLength and SetSpaceSize size it exactly, but an owning array keeps it when the
-// size asked for is its length). The first byte picks the class.
+// size asked for is its length); and the same two classes of zt::fuzz::Odd, doubles with NaN among
+// them whose copies throw, sorted also by a comparator that lies, checked for the elements they
+// keep (driver.h). The first byte picks the class.
 #include "fuzz/driver.h"
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/dyn_parray.h"
@@ -86,5 +88,7 @@ std::vector<zt::fuzz::Op<W>> Ops() {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static const auto kPlain = Ops<zt::fuzz::Plain<ZtDynArray<int>>>();
   static const auto kOwning = Ops<zt::fuzz::Owning<ZtDynPArray<int>>>();
-  return zt::fuzz::PlayAny(data, size, kPlain, kOwning);
+  static const auto kOddPlain = zt::fuzz::OddOps<ZtDynArray<zt::fuzz::Odd>, false>();
+  static const auto kOddOwning = zt::fuzz::OddOps<ZtDynPArray<zt::fuzz::Odd>, true>();
+  return zt::fuzz::PlayAny(data, size, kPlain, kOwning, kOddPlain, kOddOwning);
 }

@@ -3,12 +3,14 @@
 // ZtList<int>, ZtDList<int>, ZtXList<int> (small groups) and ZtPDList<int> against a std::vector
 // with a cursor, two lists at a time for the splices: insertions at every place, deletion, cursor
 // walks, ReverseList, Rotate, SetLength and the stable sorts besides the shared operations. A
-// grouped list that rebuilds its index lands on its last group's start. The first byte picks the
-// class.
+// grouped list that rebuilds its index lands on its last group's start. ZtDList, ZtXList,
+// ZtPDList and ZtPXList of zt::fuzz::Odd (NaN among the values, throwing copies, a comparator
+// that lies) are checked for the elements they keep (driver.h). The first byte picks the class.
 #include "fuzz/driver.h"
 #include "zt/containers/dlist.h"
 #include "zt/containers/list.h"
 #include "zt/containers/pdlist.h"
+#include "zt/containers/pxlist.h"
 #include "zt/containers/xlist.h"
 
 namespace {
@@ -129,5 +131,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static const auto kDList = Ops<Plain<ZtDList<int>>>();
   static const auto kXList = Ops<Plain<ZtXList<int>>>();
   static const auto kPDList = Ops<zt::fuzz::Owning<ZtPDList<int>>>();
-  return zt::fuzz::PlayAny(data, size, kList, kDList, kXList, kPDList);
+  using zt::fuzz::Odd;
+  static const auto kOddDList = zt::fuzz::OddOps<ZtDList<Odd>, false>();
+  static const auto kOddXList = zt::fuzz::OddOps<ZtXList<Odd>, false>();
+  static const auto kOddPDList = zt::fuzz::OddOps<ZtPDList<Odd>, true>();
+  static const auto kOddPXList = zt::fuzz::OddOps<ZtPXList<Odd>, true>();
+  return zt::fuzz::PlayAny(data, size, kList, kDList, kXList, kPDList, kOddDList, kOddXList,
+                           kOddPDList, kOddPXList);
 }
