@@ -91,7 +91,7 @@ struct World {
   }
   void Check() {
     for (int j = 0; j < 2; ++j) {
-      const A& x = *arrays[j];
+      A& x = *arrays[j];  // operator[] is a non-const member
       const Model& y = models[j];
       Same(x.GetLength(), y.num), Same(x.GetUnitSize(), y.size), Same(x.GetBitSize(), y.num * y.size);
       Same(x.GetByteSize(), y.Bytes()), Same(ZtBitArray::BitToByte(y.num * y.size), y.Bytes());
