@@ -167,9 +167,9 @@ class StringPrinter:
     def to_string(self):
         data, n, size = self.value["m_data"], int(self.value["m_length"]), int(self.value["m_count"])
         ok = int(data) != 0 and 0 <= n < size
-        text = '""'
+        unit = data.type.strip_typedefs().target().unqualified()
+        text = '""' if unit.sizeof == 1 else 'L""'
         if ok and n > 0:
-            unit = data.type.target().unqualified()
             text = data.dereference().cast(unit.array(n - 1)).format_string()
         elif n > 0:
             text = "<invalid>"
@@ -273,11 +273,13 @@ class GraphNodePrinter:
 
     def to_string(self):
         ring = self.value["m_arcs"]
-        arcs = [str(p) for _, p in _walk(ring["m_head"], int(ring["m_length"]))] \
+        count = int(ring["m_length"])
+        arcs = [str(p) for _, p in _walk(ring["m_head"], _shown(count))] \
             if int(ring["m_head"]) != 0 else []
+        more = " ..." if count > len(arcs) else ""
         return "ZtGraphNode %s, flags 0x%x, %s%s" % (
-            self.value.address, int(self.value["m_flag"]) & 0xFFFFFFFF, _count(len(arcs), "arc"),
-            (": " + " ".join(arcs)) if arcs else "")
+            self.value.address, int(self.value["m_flag"]) & 0xFFFFFFFF, _count(count, "arc"),
+            (": " + " ".join(arcs) + more) if arcs else "")
 
 
 class GraphArcPrinter:
