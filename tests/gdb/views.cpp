@@ -36,6 +36,7 @@ int main() {
   Ids ids;
   ids << 7;
   ZtArray<short> fixed(2);
+  fixed.SetAt(0, 8);
   fixed.SetAt(1, 9);
   ZtDList<int> dlist;
   dlist << 5 << 6;
