@@ -7,7 +7,7 @@
 set -euo pipefail
 build=$(cd "$1" && pwd) source=$(cd "$2" && pwd)
 # One run at a time on a machine: another run's removal would pull the package from under this one.
-exec 9>/var/lock/zt_deb_test.lock
+exec 9>"${TMPDIR:-/tmp}/zt_deb_test.lock"
 flock 9
 work=$(mktemp -d)
 trap 'dpkg -P libzt >/dev/null 2>&1 || true; rm -rf "$work"' EXIT
