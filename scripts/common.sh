@@ -24,6 +24,9 @@ zt_need_packages() {
 # The packages every build of the project needs.
 ZT_BUILD_PACKAGES=(cmake ninja-build g++ libgtest-dev pkg-config libxml2-utils)
 
+# What the native test runs add: GDB for the debugger views, dpkg-shlibdeps for the Debian package.
+ZT_TEST_PACKAGES=(gdb dpkg-dev)
+
 # The cross build for 64-bit Windows: the MinGW-w64 compiler, GoogleTest's sources and Wine.
 ZT_WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix googletest wine64)
 

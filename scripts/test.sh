@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds and runs the whole test suite.
-#   scripts/test.sh           the default preset (RelWithDebInfo, warnings as errors)
+#   scripts/test.sh           the default preset (RelWithDebInfo, warnings as errors); as root it
+#                             then also installs the Debian package and builds against it
 #   scripts/test.sh --asan    the suite under AddressSanitizer and UndefinedBehaviorSanitizer
 #   scripts/test.sh --static  the suite against the static library
 #   scripts/test.sh --checked the checked build: the suite, and death tests of every kind of report
@@ -27,9 +28,9 @@ if [ "$preset" = windows ]; then
   zt_need_packages "${ZT_BUILD_PACKAGES[@]}" "${ZT_WINDOWS_PACKAGES[@]}"
   zt_start_wine
 elif [ "$valgrind" = 1 ]; then
-  zt_need_packages "${ZT_BUILD_PACKAGES[@]}" valgrind
+  zt_need_packages "${ZT_BUILD_PACKAGES[@]}" "${ZT_TEST_PACKAGES[@]}" valgrind
 else
-  zt_need_packages "${ZT_BUILD_PACKAGES[@]}"
+  zt_need_packages "${ZT_BUILD_PACKAGES[@]}" "${ZT_TEST_PACKAGES[@]}"
 fi
 if [ "$valgrind" = 1 ]; then
   # Every test in its own process under memcheck (CTest runs the tests through the "emulator"):
@@ -47,3 +48,7 @@ fi
 cmake --preset "$preset" >/dev/null
 cmake --build --preset "$preset"
 ctest --preset "$preset"
+# The Debian package goes into this machine's /usr for the check and out again: root only.
+if [ "$preset" = default ] && [ "$(id -u)" -eq 0 ]; then
+  tests/package/deb_test.sh build/default .
+fi
