@@ -296,7 +296,7 @@ TEST(Owning, ReadsObjectsOfAnAbstractClass) {
 TEST(PXList, ConstructionAndCopiesLeaveTheCursorWhereTheirStepsDo) {
   const ZtPXList<Tracked> made(5, 2);  // the owning growth keeps the cursor on -1
   const ZtXList<int> plain(5, 2);      // building the index ends on the last group start
-  ZtPXList<Tracked> copy(made);        // the copy builds its own index
+  const ZtPXList<Tracked> copy(made);  // the copy builds its own index
   ZtPXList<Tracked> assigned;
   assigned = made;
   EXPECT_EQ((Longs{made.GetCur(), plain.GetCur(), copy.GetCur(), assigned.GetCur()}),

@@ -178,7 +178,7 @@ constexpr std::size_t LaidOutSize(bool polymorphic) {
     size = (size + fieldAlign - 1) / fieldAlign * fieldAlign + fieldSize;
     align = fieldAlign > align ? fieldAlign : align;
   };
-  (place(sizeof(F), alignof(F)), ...);
+  (place(sizeof(F), alignof(F)), ...);  // NOLINT(bugprone-sizeof-expression): F may be a pointer
   return (size + align - 1) / align * align;
 }
 

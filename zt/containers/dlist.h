@@ -36,6 +36,7 @@ struct ZtDListNode {
   ZtDListNode() : data(), next(nullptr), pre(nullptr) {}
   ZtDListNode(const ZtDListNode&) = default;
   /// Copies the three fields.
+  // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): member-wise, so safe on itself
   ZtDListNode& operator=(const ZtDListNode& o) {
     data = o.data;
     next = o.next;
@@ -98,9 +99,9 @@ class ZtDList : public ZtList<T>, public zt::detail::DoublyLinkedNodes {
     } else if (i == m_length - 1) {
       this->SetCursor(m_tail, i);
     } else if (i < m_cur) {
-      while (m_cur > i) MoveToPre();
+      for (ZtLong k = m_cur - i; k > 0; --k) MoveToPre();
     } else {
-      while (m_cur < i) this->MoveToNext();
+      for (ZtLong k = i - m_cur; k > 0; --k) this->MoveToNext();
     }
   }
   const T* GetPre(const T* p) const override {

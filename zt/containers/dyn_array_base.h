@@ -28,7 +28,8 @@
 // Allocation failure propagates as std::bad_alloc from the container that grows.
 //
 // Copying between two owning containers (DeepCopy, operator<<, Left/Right/Mid) clones the objects
-// through ZtCloner (zt/containers/clone.h); between any other pair it copies the elements.
+// through ZtCloner (zt/containers/clone.h); between any other pair it copies the elements. A copy
+// that overwrites an owning container (DeepCopy, Left/Right/Mid) deletes its objects first.
 #ifndef ZT_CONTAINERS_DYN_ARRAY_BASE_H_
 #define ZT_CONTAINERS_DYN_ARRAY_BASE_H_
 

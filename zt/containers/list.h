@@ -58,6 +58,7 @@ struct ZT_DETAIL_MAY_ALIAS ZtListNode {
   ZtListNode() : data(), next(nullptr) {}
   ZtListNode(const ZtListNode&) = default;
   /// Copies both fields.
+  // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): member-wise, so safe on itself
   ZtListNode& operator=(const ZtListNode& o) {
     data = o.data;
     next = o.next;

@@ -51,38 +51,40 @@ bool QuenePush(L& list, ZtLong limit, const E& v) {
 
 }  // namespace zt::detail
 
-// The members both list queues share, over the element type E and the list type L. Comments
-// inside a macro must be block comments.
-#define ZT_DETAIL_LIST_QUENE_MEMBERS(Class, E, L)                                      \
- public:                                                                               \
-  /* An unbounded queue. */                                                            \
-  Class() = default;                                                                   \
-  /* A queue holding at most `limit` elements (no bound when negative). */             \
-  explicit Class(ZtLong limit) : m_limit(limit) {}                                     \
-  virtual ~Class() = default;                                                          \
-                                                                                       \
-  void Clear() override { m_list.Reset(); }                                            \
-  ZtLong GetCount() const override { return m_list.GetLength(); }                      \
-  E& operator[](ZtLong i) override { return m_list[i]; }                               \
-  bool GetHead(E& out) override { return zt::detail::QueneEnd(m_list, out, true); }    \
-  bool GetTail(E& out) override { return zt::detail::QueneEnd(m_list, out, false); }   \
-  bool Push(E const& v) override { return zt::detail::QuenePush(m_list, m_limit, v); } \
-                                                                                       \
-  /* The most elements Push accepts; negative means unbounded. */                      \
-  ZtLong GetLimit() const { return m_limit; }                                          \
-  /* Affects later pushes only: elements already queued beyond a new limit stay. */    \
-  void SetLimit(ZtLong limit) { m_limit = limit; }                                     \
-                                                                                       \
- protected:                                                                            \
-  ZtLong m_limit = -1;                                                                 \
-  L m_list;                                                                            \
-                                                                                       \
+// The members both list queues share, over the element type `Element` and the list type `List`
+// (type aliases in the class). Comments inside a macro must be block comments.
+#define ZT_DETAIL_LIST_QUENE_MEMBERS(Class)                                                  \
+ public:                                                                                     \
+  /* An unbounded queue. */                                                                  \
+  Class() = default;                                                                         \
+  /* A queue holding at most `limit` elements (no bound when negative). */                   \
+  explicit Class(ZtLong limit) : m_limit(limit) {}                                           \
+  virtual ~Class() = default;                                                                \
+                                                                                             \
+  void Clear() override { m_list.Reset(); }                                                  \
+  ZtLong GetCount() const override { return m_list.GetLength(); }                            \
+  Element& operator[](ZtLong i) override { return m_list[i]; }                               \
+  bool GetHead(Element& out) override { return zt::detail::QueneEnd(m_list, out, true); }    \
+  bool GetTail(Element& out) override { return zt::detail::QueneEnd(m_list, out, false); }   \
+  bool Push(const Element& v) override { return zt::detail::QuenePush(m_list, m_limit, v); } \
+                                                                                             \
+  /* The most elements Push accepts; negative means unbounded. */                            \
+  ZtLong GetLimit() const { return m_limit; }                                                \
+  /* Affects later pushes only: elements already queued beyond a new limit stay. */          \
+  void SetLimit(ZtLong limit) { m_limit = limit; }                                           \
+                                                                                             \
+ protected:                                                                                  \
+  ZtLong m_limit = -1;                                                                       \
+  List m_list;                                                                               \
+                                                                                             \
  public:
 
 /// FIFO queue of values on a singly linked list; copies copy the values and the limit.
 template <class T>
 class ZtListQuene : public ZtQuene<T> {
-  ZT_DETAIL_LIST_QUENE_MEMBERS(ZtListQuene, T, ZtList<T>)
+  using Element = T;
+  using List = ZtList<T>;
+  ZT_DETAIL_LIST_QUENE_MEMBERS(ZtListQuene)
   bool Pop(T& out) override {
     if (!GetHead(out)) return false;
     m_list.DelCur();
@@ -93,7 +95,9 @@ class ZtListQuene : public ZtQuene<T> {
 /// FIFO queue owning the objects it holds; copies clone the objects.
 template <class T>
 class ZtPDListQuene : public ZtQuene<T*> {
-  ZT_DETAIL_LIST_QUENE_MEMBERS(ZtPDListQuene, T*, ZtPDList<T>)
+  using Element = T*;
+  using List = ZtPDList<T>;
+  ZT_DETAIL_LIST_QUENE_MEMBERS(ZtPDListQuene)
   /// Hands the head object to the caller: its place is emptied before the node goes.
   bool Pop(T*& out) override {
     if (GetCount() == 0) return false;

@@ -29,7 +29,7 @@ class ZtPXList : public ZtXList<T*>, public zt::detail::OwnsPointees {
   ZtPXList(ZtLong n = 0, ZtLong groupSize = 25, ZtLong allocUnit = 100)
       : Base(0, groupSize, allocUnit) {
     this->m_head->data = nullptr;
-    if (n >= 1) this->ReAllocate(n);
+    if (n >= 1) ZtPXList::ReAllocate(n);
   }
   /// A copy holding clones of src's objects, with src's group size and index allocation unit;
   /// its index is built from its own nodes, which leaves the cursor on the last group start.

@@ -7,8 +7,6 @@
 #ifndef ZT_CONTAINERS_INTERNAL_OWNING_LIST_H_
 #define ZT_CONTAINERS_INTERNAL_OWNING_LIST_H_
 
-#include <memory>
-
 #include "zt/config.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/internal/owning.h"
@@ -22,10 +20,13 @@ template <class T, class Insert>
 auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
   const ZtLong i = FindData(s, v, 0, -1);
   if (i != -1) return i;
-  std::unique_ptr<T> copy(new T(v));
-  const auto at = insert(copy.get());
-  copy.release();
-  return at;
+  T* copy = new T(v);
+  try {
+    return insert(copy);
+  } catch (...) {
+    delete copy;
+    throw;
+  }
 }
 
 }  // namespace zt::detail::owning
@@ -36,11 +37,13 @@ auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
 // ReAllocate. Comments inside a macro must be block comments.
 #define ZT_DETAIL_OWNING_LIST_MEMBERS(Class)                                                       \
  public:                                                                                           \
-  /* Deletes the object at the cursor once its node has left the list. */                          \
+  /* Deletes the object at the cursor once its node has left the list (and only then). */          \
   void DelCur() override {                                                                         \
     if (this->IsOut()) return;                                                                     \
-    std::unique_ptr<T> doomed(this->GetCurData());                                                 \
+    T* const doomed = this->GetCurData();                                                          \
+    const ZtLong length = this->GetLength();                                                       \
     Base::DelCur();                                                                                \
+    if (this->GetLength() < length) delete doomed;                                                 \
   }                                                                                                \
   void Reset() override {                                                                          \
     ReleaseAll();                                                                                  \
