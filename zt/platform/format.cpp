@@ -237,9 +237,9 @@ void PrintInteger(Sink<Ch>& out, Spec spec, Arguments& args) {
   const long long count = static_cast<long long>(sizeof(digits)) - n;
   long long zeros = std::max(spec.precision < 0 ? 1 : spec.precision, 0) - count;
   if (zeros < 0) zeros = 0;
-  if (c == 'o' && spec.alternate && zeros == 0 && (count == 0 || digits[n] != '0')) zeros = 1;
+  if (c == 'o' && spec.alternate && zeros == 0) zeros = 1;  // the digits never start with 0
   const char* prefix = is_signed ? SignPrefix(spec, negative) : "";
-  if ((radix == 16) && spec.alternate && magnitude != 0) prefix = c == 'x' ? "0x" : "0X";
+  if (radix == 16 && spec.alternate && magnitude != 0) prefix = c == 'x' ? "0x" : "0X";
   Field(out, spec, prefix, digits + n, count, zeros, spec.precision < 0);
 }
 
@@ -380,24 +380,21 @@ void PrintReal(Sink<Ch>& out, Spec spec, Arguments& args) {
 
 // ---- texts and characters ----
 
+ZtLong ConvertedLength(const char* s) { return zt::platform::WideLength(s); }
+ZtLong ConvertedLength(const wchar_t* s) { return zt::platform::NarrowLength(s); }
+void ConvertInto(const char* s, wchar_t* out, ZtLong room) { zt::platform::ToWide(s, out, room); }
+void ConvertInto(const wchar_t* s, char* out, ZtLong room) { zt::platform::ToNarrow(s, out, room); }
+
 // The other width's text `s` (n units) converted as the string constructors convert it;
 // empty when the conversion fails.
-std::wstring Convert(const char* s, std::size_t n) {
-  const std::string source(s, n);
-  const ZtLong length = zt::platform::WideLength(source.c_str());
-  if (length <= 0) return std::wstring();
-  std::wstring out(static_cast<std::size_t>(length) + 1, L'\0');
-  zt::platform::ToWide(source.c_str(), out.data(), length + 1);
-  out.resize(static_cast<std::size_t>(length));
-  return out;
-}
-
-std::string Convert(const wchar_t* s, std::size_t n) {
-  const std::wstring source(s, n);
-  const ZtLong length = zt::platform::NarrowLength(source.c_str());
-  if (length <= 0) return std::string();
-  std::string out(static_cast<std::size_t>(length) + 1, '\0');
-  zt::platform::ToNarrow(source.c_str(), out.data(), length + 1);
+template <class From>
+auto Convert(const From* s, std::size_t n) {
+  using To = std::conditional_t<std::is_same_v<From, char>, wchar_t, char>;
+  const std::basic_string<From> source(s, n);
+  const ZtLong length = ConvertedLength(source.c_str());
+  if (length <= 0) return std::basic_string<To>();
+  std::basic_string<To> out(static_cast<std::size_t>(length) + 1, To(0));
+  ConvertInto(source.c_str(), out.data(), length + 1);
   out.resize(static_cast<std::size_t>(length));
   return out;
 }
