@@ -5,8 +5,6 @@
 #ifndef ZT_CONTAINERS_INTERNAL_OWNING_LIST_H_
 #define ZT_CONTAINERS_INTERNAL_OWNING_LIST_H_
 
-#include <memory>
-
 #include "zt/config.h"
 #include "zt/containers/clone.h"
 #include "zt/containers/dyn_array_base.h"
@@ -134,7 +132,9 @@ class OwningList : public ListBase, public OwnsPointees {
 template <class T, class ListBase>
 void OwningList<T, ListBase>::DelCur() {
   if (this->IsOut()) return;
-  std::unique_ptr<T> doomed(this->GetCurData());  // deleted once the node has left the list
+  // The object goes first, while its node is still listed: a destructor that looks at the list
+  // still finds its own place in it.
+  delete this->GetCurData();
   Base::DelCur();
 }
 
