@@ -93,4 +93,9 @@ inline bool Ascending(std::initializer_list<const void*> fields) {
   ::zt::test::HasName<C>(    \
       [](auto* c) -> decltype(&std::remove_pointer_t<decltype(c)>::name, void()) {})
 
+/// ZT_CALLS(C, call): `c.call` compiles for an lvalue c of type C; e.g. that a parameter has no
+/// default argument: ZT_CALLS(ZtGraph, CheckArc()) is false.
+#define ZT_CALLS(C, ...) \
+  ::zt::test::HasName<C>([](auto* c) -> decltype(c->__VA_ARGS__, void()) {})
+
 #endif  // ZT_TESTS_SUPPORT_INTERFACE_H_
