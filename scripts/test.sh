@@ -2,6 +2,7 @@
 # Builds and runs the whole test suite.
 #   scripts/test.sh           the default preset (RelWithDebInfo, warnings as errors)
 #   scripts/test.sh --asan    the suite under AddressSanitizer and UndefinedBehaviorSanitizer
+#   scripts/test.sh --tsan    the concurrency tests under ThreadSanitizer (only they are built)
 #   scripts/test.sh --static  the suite against the static library
 #   scripts/test.sh --windows zt.dll and the suite cross-built for 64-bit Windows with
 #                             MinGW-w64, run under Wine
@@ -15,10 +16,11 @@ valgrind=0
 case "${1:-}" in
   "") ;;
   --asan) preset=asan ;;
+  --tsan) preset=tsan ;;
   --static) preset=static ;;
   --windows) preset=windows ;;
   --valgrind) preset=default; valgrind=1 ;;
-  *) echo "usage: scripts/test.sh [--asan|--static|--windows|--valgrind]" >&2; exit 2 ;;
+  *) echo "usage: scripts/test.sh [--asan|--tsan|--static|--windows|--valgrind]" >&2; exit 2 ;;
 esac
 
 if [ "$preset" = windows ]; then
