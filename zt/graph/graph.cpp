@@ -71,11 +71,16 @@ void Forget(ZtPXList<T>& list) {
   list.Reset();
 }
 
-// Element i through the group index (the cursor moves there), or null when i names none.
+// Element i through the group index (the cursor moves there), or null when i names none. The
+// cursor already on i, or just before it, gets there without a walk.
 template <class T>
 T* At(ZtPXList<T>& list, ZtLong i) {
   if (!list.IsValidIndex(i)) return nullptr;
-  list.MoveTo(i);
+  if (i == list.GetCur() + 1) {
+    list.MoveToNext();
+  } else if (i != list.GetCur()) {
+    list.MoveTo(i);
+  }
   return list.GetCurData();
 }
 
@@ -137,11 +142,14 @@ int ZtGraphNode::CmpNode(const ZtGraphNode& other) const {
 }
 
 ZtGraphArc* ZtGraphNode::Neighbour(ZtGraphArc* arc, int step) const {
-  const std::int64_t count = m_arcs.GetLength();
-  if (count < 2) return nullptr;
-  const ZtLong p = m_arcs.Find(arc, 0, -1);
-  if (p == -1) return nullptr;
-  return m_arcs.GetAt(static_cast<ZtLong>((p + step + count) % count));
+  // The first element holding `arc`, then its neighbour in the ring: one walk, by element.
+  if (m_arcs.GetLength() < 2) return nullptr;
+  for (ZtGraphArc* const* p = m_arcs.GetFirst(); p != nullptr; p = m_arcs.GetNext(p)) {
+    if (*p != arc) continue;
+    ZtGraphArc* const* q = step > 0 ? m_arcs.GetNext(p) : m_arcs.GetPre(p);
+    return *(q != nullptr ? q : (step > 0 ? m_arcs.GetFirst() : m_arcs.GetLast()));
+  }
+  return nullptr;
 }
 
 bool ZtGraphNode::AppendArc(ZtGraphArc* arc) {
