@@ -1,10 +1,10 @@
 // Builds a triangulated grid (s x s points, every unit square cut by the same diagonal) and finds
 // every face once, as examples/faces does: the points are added to the graph, then an edge
 // between two of them for each grid edge; the arcs around each point are ordered by angle and in
-// the graph by their ends; FindMesh walks one face from every arc side not yet walked. The twin does the same work with
-// Boost Graph: the adjacency list, an embedding sorted by angle and planar_face_traversal. The
-// argument is the wanted number of edges (about 3 s^2); the workload is skipped against Boost
-// when the bench build found no Boost headers.
+// the graph by their ends; FindMesh walks one face from every arc side not yet walked. The twin
+// does the same work with Boost Graph: the adjacency list, an embedding sorted by angle and
+// planar_face_traversal. The argument is the wanted number of edges (about 3 s^2). Without the
+// Boost headers the workload runs for zt alone.
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -122,9 +122,9 @@ void FacesZt(benchmark::State& state) {
 }
 
 #if ZT_HAVE_BOOST_GRAPH
-using BoostGraph = boost::adjacency_list<boost::vecS, boost::vecS, boost::undirectedS,
-                                         boost::no_property,
-                                         boost::property<boost::edge_index_t, int>>;
+using BoostGraph =
+    boost::adjacency_list<boost::vecS, boost::vecS, boost::undirectedS, boost::no_property,
+                          boost::property<boost::edge_index_t, int>>;
 using BoostEdge = boost::graph_traits<BoostGraph>::edge_descriptor;
 
 struct CountFaces : boost::planar_face_traversal_visitor {

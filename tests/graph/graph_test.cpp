@@ -218,7 +218,7 @@ TEST_F(GraphTest, ResortsNodesAndArcsAtThePositionFindGives) {
   Point twin(1, 1);
   Edge same(nullptr, nullptr, 2);
   EXPECT_EQ(Both(s.g.CheckNode(&twin, nullptr), s.g.CheckArc(&same)), Both(2, 2));
-  s.d->x = 1;  // D onto C: merged into C, its arcs follow, CD becomes a loop
+  s.d->x = 1;                 // D onto C: merged into C, its arcs follow, CD becomes a loop
   s.d->RemoveArc(s.arcs[3]);  // DA is missing from D's ring: it keeps its end at D
   const ZtGraphNode* const d = s.d;
   ZtDynArray<ZtGraphArc*> removed;
@@ -231,7 +231,7 @@ TEST_F(GraphTest, ResortsNodesAndArcsAtThePositionFindGives) {
   EXPECT_EQ(s.g.CheckArc(0), 4);
   s.arcs[0]->id = 1;
   EXPECT_EQ(s.g.CheckArc(4), 0);
-  EXPECT_EQ(Edge::live, 5);         // with same
+  EXPECT_EQ(Edge::live, 5);        // with same
   EXPECT_EQ(s.a->GetArcNum(), 2);  // AB left A's ring; DA, never detached, stayed
   EXPECT_EQ(Both(s.g.CheckArc(-1), s.g.CheckNode(99, nullptr)), Both(-1, -1));
 }

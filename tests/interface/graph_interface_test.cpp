@@ -35,9 +35,14 @@ void Check(const std::vector<Row>& rows) {
   for (const Row& r : rows) EXPECT_TRUE(r.ok) << r.name;
 }
 
+// The member-pointer types read better as written than as the formatter spaces them.
+// clang-format off
+
 // Probes that reach protected fields and constructors.
 struct ArcProbe : ZtGraphArc {
-  static bool Fields() { return std::is_same_v<decltype(&ArcProbe::m_ends), ZtGraphNode* (ZtGraphArc::*)[2]>; }
+  static bool Fields() {
+    return std::is_same_v<decltype(&ArcProbe::m_ends), ZtGraphNode* (ZtGraphArc::*)[2]>;
+  }
 };
 struct NodeProbe : ZtGraphNode {
   static bool Fields() {
@@ -217,6 +222,8 @@ TEST(GraphInterface, GaEventsAndTasksMembersHaveTheirExactTypes) {
       ROW(std::is_same_v<decltype(&CheckGpu), bool (*)()>),
   });
 }
+
+// clang-format on
 
 TEST(GraphInterface, VirtualSlotsComeInTheirOrder) {
   // After the base's entries: ZtBitData's destructor (0, 1), ZtDynPArray's 29, ZtPDList's 32.

@@ -265,15 +265,19 @@ ZtLong ZtGraph::operator<<(ZtGraphNode* node) { return Add(node, false); }
 
 ZtLong ZtGraph::operator<<(ZtGraphArc* arc) { return Add(arc, false); }
 
-ZtLong ZtGraph::Add(ZtGraphNode* node, bool ours) {
-  if (node == nullptr) return -1;
-  bool placed = false;
+template <class T>
+bool ZtGraph::SortIn(ZtPXList<T>& list, T* obj, bool ours) {
   try {
-    placed = m_nodeList.SortInto(node, false);
+    return list.SortInto(obj, false);
   } catch (...) {
-    if (ours) Dispose(node);
+    if (ours) Dispose(obj);
     throw;
   }
+}
+
+ZtLong ZtGraph::Add(ZtGraphNode* node, bool ours) {
+  if (node == nullptr) return -1;
+  const bool placed = SortIn(m_nodeList, node, ours);
   const ZtLong pos = m_nodeList.GetCur();
   ZtGraphNode* present = m_nodeList.GetCurData();
   if (!placed && present != node) {
@@ -285,13 +289,7 @@ ZtLong ZtGraph::Add(ZtGraphNode* node, bool ours) {
 
 ZtLong ZtGraph::Add(ZtGraphArc* arc, bool ours) {
   if (arc == nullptr) return -1;
-  bool placed = false;
-  try {
-    placed = m_arcList.SortInto(arc, false);
-  } catch (...) {
-    if (ours) Dispose(arc);
-    throw;
-  }
+  const bool placed = SortIn(m_arcList, arc, ours);
   const ZtLong pos = m_arcList.GetCur();
   if (placed) {
     arc->Connect();  // the graph owns the arc from here on, also when this throws

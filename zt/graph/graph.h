@@ -267,6 +267,9 @@ class ZT_API ZtGraph {
   void Delete(ZtPXList<T>& list, ZtLong i);
   /// Every node's and arc's UnConnect, except the loans'.
   void UnConnectOwn();
+  /// The list's SortInto without duplicates; when it throws, obj is disposed of if `ours`.
+  template <class T>
+  bool SortIn(ZtPXList<T>& list, T* obj, bool ours);
   /// operator<< for a node or an arc; `ours` when the graph already owned it (Check*): if its
   /// sorted insertion throws, it is disposed of instead of left with the caller.
   ZtLong Add(ZtGraphNode* node, bool ours);

@@ -20,7 +20,8 @@ class Steps {
   bool Take(const ZtGraphNode* node, const ZtGraphArc* arc) {
     const Step step{node, arc};
     if (m_taken.empty()) {
-      if (std::find(m_first.begin(), m_first.begin() + m_count, step) != m_first.begin() + m_count) {
+      if (std::find(m_first.begin(), m_first.begin() + m_count, step) !=
+          m_first.begin() + m_count) {
         return false;
       }
       if (m_count < m_first.size()) {
