@@ -24,7 +24,8 @@ for program in build/bench/bench/zt_*_bench; do
     "$@" 2>/dev/null | { grep '^"' || true; } >>"$results"
 done
 
-# Rows are named "<workload>/zt[/n]" and "<workload>/std[/n]", with a suffix for the aggregates
+# Rows are named "<workload>/zt[/n]" and "<workload>/std[/n]" ("/boost" for the twin from Boost
+# Graph, shown in the std column), with a suffix for the aggregates
 # (only _median is used; a single repetition has none); times are in ns unless stated. A workload
 # without a standard twin (Evolve) shows "-".
 printf '%-40s %12s %12s %8s\n' workload zt std zt/std
@@ -38,8 +39,8 @@ awk -F, '
     name = $1; gsub(/"/, "", name)
     if (name ~ /_(mean|stddev|cv)$/) next
     sub(/_median$/, "", name)
-    side = name ~ /\/std(\/|$)/ ? "std" : "zt"  # a workload without a twin counts as zt
-    key = name; sub(/\/(zt|std)/, "", key)
+    side = name ~ /\/(std|boost)(\/|$)/ ? "std" : "zt"  # a workload without a twin counts as zt
+    key = name; sub(/\/(zt|std|boost)/, "", key)
     if (!(key in seen)) { seen[key] = 1; order[++n] = key }
     time[key, side] = ns($4, $5)  # CPU time: steadier on a shared machine
   }

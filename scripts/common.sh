@@ -58,4 +58,4 @@ zt_stop_wine() {
 }
 
 # The extra packages a benchmark build (the bench preset) needs.
-ZT_BENCH_PACKAGES=(libbenchmark-dev)
+ZT_BENCH_PACKAGES=(libbenchmark-dev libboost-graph-dev)

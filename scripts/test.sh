@@ -3,6 +3,7 @@
 #   scripts/test.sh           the default preset (RelWithDebInfo, warnings as errors); as root it
 #                             then also installs the Debian package and builds against it
 #   scripts/test.sh --asan    the suite under AddressSanitizer and UndefinedBehaviorSanitizer
+#   scripts/test.sh --tsan    the concurrency tests under ThreadSanitizer (only they are built)
 #   scripts/test.sh --static  the suite against the static library
 #   scripts/test.sh --checked the checked build: the suite, and death tests of every kind of report
 #   scripts/test.sh --windows zt.dll and the suite cross-built for 64-bit Windows with
@@ -17,11 +18,12 @@ valgrind=0
 case "${1:-}" in
   "") ;;
   --asan) preset=asan ;;
+  --tsan) preset=tsan ;;
   --static) preset=static ;;
   --checked) preset=checked ;;
   --windows) preset=windows ;;
   --valgrind) preset=default; valgrind=1 ;;
-  *) echo "usage: scripts/test.sh [--asan|--static|--checked|--windows|--valgrind]" >&2; exit 2 ;;
+  *) echo "usage: scripts/test.sh [--asan|--tsan|--static|--checked|--windows|--valgrind]" >&2; exit 2 ;;
 esac
 
 if [ "$preset" = windows ]; then

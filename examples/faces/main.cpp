@@ -67,7 +67,7 @@ class Point : public ZtGraphNode {
   double y_;
 };
 
-const Point& End(const ZtGraphArc& arc, int i) { return *static_cast<Point*>(arc.GetNode(i)); }
+const Point& End(ZtGraphArc& arc, int i) { return *static_cast<Point*>(arc.GetNode(i)); }
 
 /// A straight edge. Around a point, edges sort by the direction in which they leave it; in the
 /// graph's list, by their two ends (either way round), so that a repeated edge is dropped.
@@ -80,18 +80,19 @@ class Edge : public ZtGraphArc {
       const double theirs = Direction(other, *at);
       return mine < theirs ? -1 : mine > theirs ? 1 : 0;
     }
-    const auto key = [](const ZtGraphArc& e) {
-      const Point* p = &End(e, 0);
-      const Point* q = &End(e, 1);
-      return *p < *q ? std::make_pair(p, q) : std::make_pair(q, p);
-    };
-    const auto [p0, q0] = key(*this);
-    const auto [p1, q1] = key(other);
+    const auto [p0, q0] = Key();
+    const auto [p1, q1] = static_cast<const Edge&>(other).Key();
     const int first = p0->CmpNode(*p1);
     return first != 0 ? first : q0->CmpNode(*q1);
   }
 
  private:
+  /// The two ends, the lesser point first.
+  std::pair<const Point*, const Point*> Key() const {
+    const auto* p = static_cast<const Point*>(m_ends[0]);
+    const auto* q = static_cast<const Point*>(m_ends[1]);
+    return *p < *q ? std::make_pair(p, q) : std::make_pair(q, p);
+  }
   /// Angle of the edge as it leaves `from`.
   static double Direction(const ZtGraphArc& e, const Point& from) {
     const Point& to = *static_cast<Point*>(e.GetOtherNode(const_cast<Point*>(&from)));
@@ -157,6 +158,11 @@ struct Face {
   double area = 0;
 };
 
+/// The point a path starts from: the path keeps it in a protected field.
+struct PathStart : ZtGraphPath {
+  static ZtGraphNode* Of(const ZtGraphPath& path) { return path.*(&PathStart::m_pStartNode); }
+};
+
 /// An edge side: an arc and the point it is left from. Each side lies on exactly one face.
 using Side = std::pair<ZtGraphArc*, ZtGraphNode*>;
 
@@ -165,7 +171,7 @@ using Side = std::pair<ZtGraphArc*, ZtGraphNode*>;
 /// from either side. So each walk records, for the sides it crossed, the side that follows, a
 /// walk that broke off at a point turns back along the same edge, and one that met its first edge
 /// goes on along it. The faces are the cycles of that succession.
-std::vector<Face> FindFaces(const ZtGraph& graph) {
+std::vector<Face> FindFaces(ZtGraph& graph) {
   std::map<Side, Side> next;
   std::vector<Side> order;  // sides in the order they were first walked
   for (ZtLong i = 0; i < graph.GetArcNum(); ++i) {
@@ -173,7 +179,7 @@ std::vector<Face> FindFaces(const ZtGraph& graph) {
     for (int side = 0; side < 2; ++side) {
       if (next.count({start, start->GetNode(side)}) != 0) continue;
       const std::unique_ptr<ZtGraphPath> path(start->FindMesh(side));
-      ZtGraphNode* at = path->GetStartNode();
+      ZtGraphNode* at = PathStart::Of(*path);
       Side previous{nullptr, nullptr};
       for (ZtGraphArc* const* a = path->GetFirst(); a != nullptr; a = path->GetNext(a)) {
         const Side here{*a, at};
@@ -205,7 +211,7 @@ std::vector<Face> FindFaces(const ZtGraph& graph) {
 }
 
 /// Numbers the connected parts: part[node] for every node, counting from 0.
-std::map<const ZtGraphNode*, int> Parts(const ZtGraph& graph) {
+std::map<const ZtGraphNode*, int> Parts(ZtGraph& graph) {
   std::map<const ZtGraphNode*, int> part;
   int parts = 0;
   for (ZtLong i = 0; i < graph.GetNodeNum(); ++i) {
@@ -225,7 +231,7 @@ std::map<const ZtGraphNode*, int> Parts(const ZtGraph& graph) {
   return part;
 }
 
-void WriteSvg(const std::string& file, const ZtGraph& graph, const std::vector<Face>& faces) {
+void WriteSvg(const std::string& file, ZtGraph& graph, const std::vector<Face>& faces) {
   double left = 1e300;
   double right = -1e300;
   double bottom = 1e300;

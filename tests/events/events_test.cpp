@@ -139,7 +139,7 @@ struct StaticReactor : ZtEventReactor {
   StaticReactor() : ZtEventReactor(0x100) { ZtRegisterReactor(this); }
   StaticReactor(const StaticReactor&) = delete;
   StaticReactor& operator=(const StaticReactor&) = delete;
-  ~StaticReactor() override {
+  ~StaticReactor() {
     ZtUnRegisterReactor(this);
     ZtPostEvent(L"bye", nullptr, 0);
   }

@@ -174,6 +174,29 @@ TEST(GaTest, EvolveTrimsTheBackThenMutatesPicksFromTheGrowingPopulation) {
   }
 }
 
+// Trimming goes through the population's DelCur, which deletes an individual while it is still
+// listed: its destructor counts itself.
+struct Listed : GA_Individual {
+  explicit Listed(std::vector<ZtLong>* seen, const GA_Population* p) : seen(seen), pop(p) {}
+  ~Listed() override { seen->push_back(pop->GetLength()); }
+  std::vector<ZtLong>* seen;
+  const GA_Population* pop;
+};
+struct CountingDelCur : GA_Population {
+  void DelCur() override { ++calls, GA_Population::DelCur(); }
+  int calls = 0;
+};
+
+TEST(GaTest, TrimmingDeletesThroughDelCurBeforeUnlinking) {
+  std::vector<ZtLong> seen;
+  CountingDelCur p;
+  for (int i = 0; i < 3; ++i) p.Append(new Listed(&seen, &p));
+  p.SetMaxNum(1);
+  p.Evolve();  // the base New makes no children
+  EXPECT_EQ(p.calls, 2);
+  EXPECT_EQ(seen, (std::vector<ZtLong>{3, 2}));
+}
+
 TEST(GaTest, IsContinueStopsEachPhaseAndAnEmptyPopulationIsSkipped) {
   Pop p({0, 1, 2, 3});
   p.allow = 2;

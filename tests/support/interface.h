@@ -205,5 +205,8 @@ constexpr std::size_t LaidOutSize(bool polymorphic) {
   ::zt::test::HasName<C>(                             \
       [](auto* c) -> std::enable_if_t<std::is_same_v< \
                       decltype(&std::remove_pointer_t<decltype(c)>::name), __VA_ARGS__>> {})
+/// ZT_CALLS(C, call): `c.call` compiles for an lvalue c of type C; e.g. that a parameter has no
+/// default argument: ZT_CALLS(ZtGraph, CheckArc()) is false.
+#define ZT_CALLS(C, ...) ::zt::test::HasName<C>([](auto* c) -> decltype(c->__VA_ARGS__, void()) {})
 
 #endif  // ZT_TESTS_SUPPORT_INTERFACE_H_

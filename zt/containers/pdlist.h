@@ -8,7 +8,7 @@
 //
 // Ownership: every insertion adopts the pointer it stores. DelCur and everything built on it
 // (Del, DelHead, DelTail, FindDel, FindDataDel, SetLength when it shrinks), Reset, Release* and
-// the destructor delete objects; an object is deleted after its node has left the list.
+// the destructor delete objects; DelCur deletes the object before its node leaves the list.
 // TakeOff* remove an element and hand its object to the caller. SetCurData and assignment
 // through operator[] overwrite a pointer without deleting the object it held: take the old one
 // off first. Never store the same pointer twice.

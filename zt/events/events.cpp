@@ -28,8 +28,6 @@ ZtEventReactor::ZtEventReactor(const ZtEventReactor& src) = default;
 
 ZtEventReactor& ZtEventReactor::operator=(const ZtEventReactor& src) = default;
 
-ZtEventReactor::~ZtEventReactor() = default;
-
 namespace zt::detail {
 
 /// The bus's process-wide state: the registry of reactors and the queue of posted events.

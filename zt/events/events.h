@@ -69,14 +69,13 @@ class ZT_API ZtEvent {
 
 /// A receiver of events (override React). The mask selects the event types it receives; 0 means
 /// every type. Copies copy the mask, never the registration; destroying a reactor does not
-/// unregister it.
+/// unregister it. React is the only virtual member: the class has no virtual destructor, so a
+/// client never deletes a reactor through a ZtEventReactor pointer.
 class ZT_API ZtEventReactor {
  public:
-  explicit ZtEventReactor(unsigned int mask = 0);
+  ZtEventReactor(unsigned int mask = 0);  // NOLINT(google-explicit-constructor): interface
   ZtEventReactor(const ZtEventReactor& src);
   ZtEventReactor& operator=(const ZtEventReactor& src);
-  /// Virtual, so that deleting a reactor through this class runs the client's destructor.
-  virtual ~ZtEventReactor();
 
   /// Receives an event: `name` points at the event's own name, valid during the call only.
   virtual void React(const wchar_t* name, void* data) = 0;

@@ -49,8 +49,12 @@ void GA_Population::Evolve() {
     }
   }
 
-  // The back individual leaves the list, then it is deleted: what DelTail does.
-  while (GetLength() > m_maxNum && GetLength() > 0) delete TakeOffTail();
+  // DelTail: the owning DelCur (virtual) deletes the last individual, then unlinks it. A DelCur
+  // override that removes nothing ends the trimming.
+  for (ZtLong length = GetLength(); length > m_maxNum && length > 0; length = GetLength()) {
+    DelTail();
+    if (GetLength() >= length) break;
+  }
 
   // The product wraps as 32-bit arithmetic does; the quotient truncates towards zero.
   const auto product = static_cast<ZtLong>(static_cast<std::int64_t>(m_maxNum) * m_mutationRatio);

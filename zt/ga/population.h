@@ -21,8 +21,9 @@
 //      k = floor(sqrt(r % (n * n))) mates with S[i], then S[r % n] mates with S[i] (Multiply,
 //      result unused); Step(). The front of the order is favoured as rank-weighted partner.
 //      Children are not in the snapshot and do not mate in their first generation.
-//   2. Trimming: the last individual is deleted while the length exceeds GetMaxNum() (an empty
-//      population stops it, whatever the limit).
+//   2. Trimming: DelTail while the length exceeds GetMaxNum(); the virtual DelCur deletes the
+//      last individual before unlinking it, so its destructor still finds it in the population.
+//      An empty population, or a DelCur that removes nothing, stops it.
 //   3. Mutation: GetMaxNum() * GetMutationRatio() / 100 attempts (32-bit arithmetic, truncated)
 //      while IsContinue(): one draw r; the individual at r % length gives Mutation(), which is
 //      appended (null adds nothing); Step(). Skipped when the population is empty.

@@ -2,14 +2,13 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <functional>
 #include <limits>
 #include <memory>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "zt/containers/array.h"  // the explicit instantiations need every member
+#include "zt/containers/internal/loans.h"
 #include "zt/containers/push_var.h"
 
 template class ZT_INSTANTIATION_API ZtDynArrayBase<ZtGraphArc*>;
@@ -56,13 +55,41 @@ void ForEach(const ZtDynArrayBase<T*>& list, F f) {
   }
 }
 
-// Adds obj to the graph, which adopts it (or destroys it as a duplicate); obj is destroyed here
-// only when the addition throws and leaves it with the caller.
+// The elements of a list of pointers, in order.
 template <class T>
-ZtLong HandOver(ZtGraph& graph, std::unique_ptr<T> obj) {
-  const ZtLong pos = graph << obj.get();
-  static_cast<void>(obj.release());
-  return pos;
+std::vector<T*> Elements(const ZtDynArrayBase<T*>& list) {
+  std::vector<T*> out;
+  out.reserve(static_cast<std::size_t>(list.GetLength()));
+  for (T* const* p = list.GetFirst(); p != nullptr; p = list.GetNext(p)) out.push_back(*p);
+  return out;
+}
+
+// Empties an owning list without destroying an object.
+template <class T>
+void Forget(ZtPXList<T>& list) {
+  for (list.MoveToFirst(); !list.IsOut(); list.MoveToNext()) list.SetCurData(nullptr);
+  list.Reset();
+}
+
+// Element i through the group index (the cursor moves there), or null when i names none. The
+// cursor already on i, or just before it, gets there without a walk.
+template <class T>
+T* At(ZtPXList<T>& list, ZtLong i) {
+  if (!list.IsValidIndex(i)) return nullptr;
+  if (i == list.GetCur() + 1) {
+    list.MoveToNext();
+  } else if (i != list.GetCur()) {
+    list.MoveTo(i);
+  }
+  return list.GetCurData();
+}
+
+// Takes the arc off its ends' rings and nulls its ends, then gives it its ends back: disconnected.
+void Detach(ZtGraphArc* arc) {
+  ZtGraphNode* const ends[2] = {arc->GetNode(0), arc->GetNode(1)};
+  arc->UnConnect();
+  arc->SetNode(0, ends[0]);
+  arc->SetNode(1, ends[1]);
 }
 
 }  // namespace zt::detail
@@ -74,8 +101,6 @@ ZtGraphArc::~ZtGraphArc() { UnConnect(); }
 int ZtGraphArc::CmpArc(const ZtGraphArc& other) const {
   return zt::detail::AddressOrder(this, &other);
 }
-
-ZtGraphArc* ZtGraphArc::Clone() const { return new ZtGraphArc(*this); }
 
 void ZtGraphArc::Connect() {
   for (ZtGraphNode* n : m_ends) {
@@ -116,14 +141,15 @@ int ZtGraphNode::CmpNode(const ZtGraphNode& other) const {
   return zt::detail::AddressOrder(this, &other);
 }
 
-ZtGraphNode* ZtGraphNode::Clone() const { return new ZtGraphNode(*this); }
-
 ZtGraphArc* ZtGraphNode::Neighbour(ZtGraphArc* arc, int step) const {
-  const std::int64_t count = m_arcs.GetLength();
-  if (count < 2) return nullptr;
-  const ZtLong p = m_arcs.Find(arc, 0, -1);
-  if (p == -1) return nullptr;
-  return m_arcs.GetAt(static_cast<ZtLong>((p + step + count) % count));
+  // The first element holding `arc`, then its neighbour in the ring: one walk, by element.
+  if (m_arcs.GetLength() < 2) return nullptr;
+  for (ZtGraphArc* const* p = m_arcs.GetFirst(); p != nullptr; p = m_arcs.GetNext(p)) {
+    if (*p != arc) continue;
+    ZtGraphArc* const* q = step > 0 ? m_arcs.GetNext(p) : m_arcs.GetPre(p);
+    return *(q != nullptr ? q : (step > 0 ? m_arcs.GetFirst() : m_arcs.GetLast()));
+  }
+  return nullptr;
 }
 
 bool ZtGraphNode::AppendArc(ZtGraphArc* arc) {
@@ -139,12 +165,12 @@ bool ZtGraphNode::RemoveArc(ZtGraphArc* arc) {
 }
 
 void ZtGraphNode::Conbine(ZtGraphNode* other) {
-  if (other == nullptr || other == this) return;
+  if (other == nullptr) return;
   zt::detail::ForEach(other->m_arcs, [this, other](ZtGraphArc* arc) {
     for (ZtLong end = 0; end < 2; ++end) {
       if (arc->GetNode(end) == other) arc->SetNode(end, this);
     }
-    AppendArc(arc);
+    AppendArc(arc);  // with other == this every arc is present already
   });
   other->ClearArc();
 }
@@ -166,72 +192,110 @@ void ZtGraphNode::CollectArcs(ZtDynArrayBase<ZtGraphArc*>& out, ZtLong end) cons
 
 // ---- ZtGraph -----------------------------------------------------------------------------------
 
-ZtGraph::ZtGraph(const ZtGraph& src) : ZtGraph() { CopyFrom(src); }
+ZtGraph::ZtGraph() : m_nodeList(0, 25, 100), m_arcList(0, 25, 100) {}
+
+ZtGraph::ZtGraph(const ZtGraph& src) : ZtGraph() { *this = src; }
 
 ZtGraph& ZtGraph::operator=(const ZtGraph& src) {
-  if (this != &src) {
-    Reset();
-    CopyFrom(src);
-  }
+  if (this == &src) return *this;
+  // What can fail comes first: the new loans and the objects that go.
+  const std::vector<ZtGraphNode*> nodes = zt::detail::Elements(src.m_nodeList);
+  const std::vector<ZtGraphArc*> arcs = zt::detail::Elements(src.m_arcList);
+  auto loans = std::make_unique<zt::detail::Loans>();
+  std::vector<ZtGraphNode*> doomedNodes;
+  std::vector<ZtGraphArc*> doomedArcs;
+  loans->Plan(zt::detail::Elements(m_nodeList), m_loans.get(), nodes, doomedNodes);
+  loans->Plan(zt::detail::Elements(m_arcList), m_loans.get(), arcs, doomedArcs);
+  // Then the lists forget their pointers, what this graph owned alone is destroyed (each arc
+  // leaves its ends' rings, each node its arcs' ends), and src's pointers come in.
+  m_loans = std::move(loans);
+  zt::detail::Forget(m_nodeList);
+  zt::detail::Forget(m_arcList);
+  for (ZtGraphArc* arc : doomedArcs) delete arc;
+  for (ZtGraphNode* node : doomedNodes) delete node;
+  for (ZtGraphNode* node : nodes) m_nodeList.Append(node);
+  for (ZtGraphArc* arc : arcs) m_arcList.Append(arc);
   return *this;
 }
 
 ZtGraph::~ZtGraph() {
-  UnConnect();
-  m_arcList.Reset();
-  m_nodeList.Reset();
+  UnConnectOwn();
+  Clear(m_arcList);
+  Clear(m_nodeList);
 }
 
-void ZtGraph::CopyFrom(const ZtGraph& src) {
-  std::unordered_map<const ZtGraphNode*, ZtGraphNode*> clones;
-  clones.reserve(static_cast<std::size_t>(src.GetNodeNum()));
-  zt::detail::ForEach(src.m_nodeList, [this, &clones](ZtGraphNode* node) {
-    ZtGraphNode*& slot = clones[node];
-    std::unique_ptr<ZtGraphNode> clone(ZtCloner<ZtGraphNode>::Clone(*node));
-    if (clone == nullptr) return;
-    clone->ClearArc();  // a cloned node lists the source's arcs
-    slot = (*this)[zt::detail::HandOver(*this, std::move(clone))];
-  });
-  zt::detail::ForEach(src.m_arcList, [this, &clones](ZtGraphArc* arc) {
-    std::unique_ptr<ZtGraphArc> clone(ZtCloner<ZtGraphArc>::Clone(*arc));
-    if (clone == nullptr) return;
-    for (ZtLong end = 0; end < 2; ++end) {
-      const auto it = clones.find(clone->GetNode(end));
-      clone->SetNode(end, it != clones.end() ? it->second : nullptr);
+bool ZtGraph::IsLoan(const void* obj) const { return zt::detail::Loans::Holds(m_loans, obj); }
+
+template <class T>
+void ZtGraph::Dispose(T* obj) {
+  if (IsLoan(obj)) {
+    m_loans->Forget(obj);
+  } else {
+    delete obj;
+  }
+}
+
+template <class T>
+void ZtGraph::Clear(ZtPXList<T>& list) {
+  if (m_loans != nullptr) {
+    for (list.MoveToFirst(); !list.IsOut(); list.MoveToNext()) {
+      if (IsLoan(list.GetCurData())) {
+        m_loans->Forget(list.GetCurData());
+        list.SetCurData(nullptr);
+      }
     }
-    zt::detail::HandOver(*this, std::move(clone));
+  }
+  list.Reset();
+}
+
+void ZtGraph::UnConnectOwn() {
+  zt::detail::ForEach(m_nodeList, [this](ZtGraphNode* n) {
+    if (!IsLoan(n)) n->UnConnect();
+  });
+  zt::detail::ForEach(m_arcList, [this](ZtGraphArc* a) {
+    if (!IsLoan(a)) a->UnConnect();
   });
 }
 
-ZtLong ZtGraph::operator<<(ZtGraphNode* node) {
+ZtGraphNode* ZtGraph::operator[](ZtLong i) { return zt::detail::At(m_nodeList, i); }
+
+ZtGraphArc* ZtGraph::operator()(ZtLong i) { return zt::detail::At(m_arcList, i); }
+
+ZtLong ZtGraph::operator<<(ZtGraphNode* node) { return Add(node, false); }
+
+ZtLong ZtGraph::operator<<(ZtGraphArc* arc) { return Add(arc, false); }
+
+template <class T>
+bool ZtGraph::SortIn(ZtPXList<T>& list, T* obj, bool ours) {
+  try {
+    return list.SortInto(obj, false);
+  } catch (...) {
+    if (ours) Dispose(obj);
+    throw;
+  }
+}
+
+ZtLong ZtGraph::Add(ZtGraphNode* node, bool ours) {
   if (node == nullptr) return -1;
-  if (m_nodeList.SortInto(node, false)) return m_nodeList.GetCur();
+  const bool placed = SortIn(m_nodeList, node, ours);
   const ZtLong pos = m_nodeList.GetCur();
   ZtGraphNode* present = m_nodeList.GetCurData();
-  if (present != node) {
+  if (!placed && present != node) {
     present->Conbine(node);
-    delete node;
+    Dispose(node);
   }
   return pos;
 }
 
-ZtLong ZtGraph::operator<<(ZtGraphArc* arc) {
+ZtLong ZtGraph::Add(ZtGraphArc* arc, bool ours) {
   if (arc == nullptr) return -1;
-  if (m_arcList.SortInto(arc, false)) {
-    const ZtLong pos = m_arcList.GetCur();
-    try {
-      arc->Connect();
-    } catch (...) {  // undo: the graph as it was, the arc back to the caller, ends kept
-      for (ZtLong end = 0; end < 2; ++end) {
-        if (arc->GetNode(end) != nullptr) arc->GetNode(end)->RemoveArc(arc);
-      }
-      m_arcList.TakeOff(pos);
-      throw;
-    }
-    return pos;
-  }
+  const bool placed = SortIn(m_arcList, arc, ours);
   const ZtLong pos = m_arcList.GetCur();
-  if (m_arcList.GetCurData() != arc) delete arc;
+  if (placed) {
+    arc->Connect();  // the graph owns the arc from here on, also when this throws
+  } else if (m_arcList.GetCurData() != arc) {
+    Dispose(arc);
+  }
   return pos;
 }
 
@@ -249,64 +313,48 @@ ZtLong ZtGraph::Create(ZtGraphArc* arc) {
   return *this << arc;
 }
 
-ZtLong ZtGraph::Readd(ZtGraphArc* arc) {
-  try {
-    return *this << arc;
-  } catch (...) {
-    delete arc;
-    throw;
-  }
+ZtLong ZtGraph::Find(const ZtGraphNode& node) {
+  return m_nodeList.BFindDataTo(node, 0, -1) ? m_nodeList.GetCur() : -1;
+}
+
+ZtLong ZtGraph::Find(const ZtGraphArc& arc) {
+  return m_arcList.BFindDataTo(arc, 0, -1) ? m_arcList.GetCur() : -1;
 }
 
 ZtLong ZtGraph::CheckArc(ZtLong i) {
-  if (!m_arcList.IsValidIndex(i)) return -1;
-  ZtGraphArc* const arc = m_arcList.TakeOff(i);
+  ZtGraphArc* const arc = m_arcList.IsValidIndex(i) ? m_arcList.TakeOff(i) : nullptr;
   if (arc == nullptr) return -1;
-  ZtGraphNode* const ends[2] = {arc->GetNode(0), arc->GetNode(1)};
-  arc->UnConnect();
-  arc->SetNode(0, ends[0]);
-  arc->SetNode(1, ends[1]);
-  return Readd(arc);
+  zt::detail::Detach(arc);
+  return Add(arc, true);
 }
 
-ZtLong ZtGraph::CheckArc(ZtGraphArc* arc) {
-  if (arc == nullptr) return -1;
-  ZtLong i = Find(*arc);
-  if (i == -1 || m_arcList.GetAt(i) != arc) i = m_arcList.Find(arc, 0, -1);
-  return CheckArc(i);
-}
+ZtLong ZtGraph::CheckArc(ZtGraphArc* arc) { return arc != nullptr ? CheckArc(Find(*arc)) : -1; }
 
 ZtLong ZtGraph::CheckNode(ZtLong i, ZtDynArrayBase<ZtGraphArc*>* removed) {
-  if (!m_nodeList.IsValidIndex(i) || m_nodeList.GetAt(i) == nullptr) return -1;
-  ZtGraphNode* const node = m_nodeList.GetAt(i);
-  const ZtDList<ZtGraphArc*> arcs(node->m_arcs);  // copied before anything changes
+  if (!m_nodeList.IsValidIndex(i) || (*this)[i] == nullptr) return -1;
+  ZtGraphNode* const node = m_nodeList.GetCurData();
+  ZtDList<ZtGraphArc*> arcs(node->m_arcs);  // N's arcs in its order, taken before anything changes
   m_nodeList.TakeOff(i);
-  zt::detail::ForEach(arcs, [](ZtGraphArc* arc) {
-    ZtGraphNode* const ends[2] = {arc->GetNode(0), arc->GetNode(1)};
-    arc->UnConnect();
-    arc->SetNode(0, ends[0]);
-    arc->SetNode(1, ends[1]);
-  });
+  zt::detail::ForEach(arcs, zt::detail::Detach);
   ZtLong k = -1;
   try {
-    k = *this << node;
-  } catch (...) {
-    DropEnds([node](const ZtGraphNode* end) { return end == node; });
-    delete node;
+    k = Add(node, true);
+  } catch (...) {  // N is gone: the detached arcs must not keep it as an end
+    zt::detail::ForEach(arcs, [node](ZtGraphArc* arc) {
+      for (ZtLong end = 0; end < 2; ++end) {
+        if (arc->GetNode(end) == node) arc->SetNode(end, nullptr);
+      }
+    });
     throw;
   }
   ZtGraphNode* const survivor = (*this)[k];
-  const auto rename = [node, survivor](ZtGraphArc* arc) {
+  zt::detail::ForEach(arcs, [this, node, survivor, removed](ZtGraphArc* arc) {
     for (ZtLong end = 0; end < 2; ++end) {
       if (arc->GetNode(end) == node) arc->SetNode(end, survivor);
     }
-  };
-  if (survivor != node) zt::detail::ForEach(m_arcList, rename);  // node was merged away
-  zt::detail::ForEach(arcs, rename);
-  zt::detail::ForEach(arcs, [this, removed](ZtGraphArc* arc) {
     const ZtLong at = m_arcList.Find(arc, 0, -1);
     if (at != -1) {
-      Readd(m_arcList.TakeOff(at));
+      Add(m_arcList.TakeOff(at), true);
     } else if (removed != nullptr) {
       removed->Append(arc);
     }
@@ -315,39 +363,27 @@ ZtLong ZtGraph::CheckNode(ZtLong i, ZtDynArrayBase<ZtGraphArc*>* removed) {
 }
 
 ZtLong ZtGraph::CheckNode(ZtGraphNode* node, ZtDynArrayBase<ZtGraphArc*>* removed) {
-  if (node == nullptr) return -1;
-  ZtLong i = Find(*node);
-  if (i == -1 || m_nodeList.GetAt(i) != node) i = m_nodeList.Find(node, 0, -1);
-  return CheckNode(i, removed);
+  return node != nullptr ? CheckNode(Find(*node), removed) : -1;
 }
 
-template <class Pred>
-void ZtGraph::DropEnds(Pred doomed) {
-  zt::detail::ForEach(m_arcList, [&doomed](ZtGraphArc* arc) {
-    for (ZtLong end = 0; end < 2; ++end) {
-      if (arc->GetNode(end) != nullptr && doomed(arc->GetNode(end))) arc->SetNode(end, nullptr);
-    }
-  });
+template <class T>
+void ZtGraph::Delete(ZtPXList<T>& list, ZtLong i) {
+  T* const obj = zt::detail::At(list, i);
+  if (obj != nullptr && IsLoan(obj)) {
+    m_loans->Forget(obj);
+    list.TakeOffCur();
+  } else {
+    list.Del(i);  // the owning DelCur destroys the object
+  }
 }
 
-void ZtGraph::DelNode(ZtLong i) {
-  const ZtGraphNode* const node = (*this)[i];
-  if (node == nullptr) return;
-  DropEnds([node](const ZtGraphNode* end) { return end == node; });
-  m_nodeList.Del(i);
-}
+void ZtGraph::DelNode(ZtLong i) { Delete(m_nodeList, i); }
 
-void ZtGraph::ClearNode() {
-  std::vector<const ZtGraphNode*> nodes;
-  nodes.reserve(static_cast<std::size_t>(GetNodeNum()));
-  zt::detail::ForEach(m_nodeList, [&nodes](const ZtGraphNode* n) { nodes.push_back(n); });
-  const std::less<const ZtGraphNode*> before;
-  std::sort(nodes.begin(), nodes.end(), before);
-  DropEnds([&nodes, before](const ZtGraphNode* end) {
-    return std::binary_search(nodes.begin(), nodes.end(), end, before);
-  });
-  m_nodeList.Reset();
-}
+void ZtGraph::DelArc(ZtLong i) { Delete(m_arcList, i); }
+
+void ZtGraph::ClearNode() { Clear(m_nodeList); }
+
+void ZtGraph::ClearArc() { Clear(m_arcList); }
 
 void ZtGraph::UnConnect() {
   zt::detail::ForEach(m_nodeList, [](ZtGraphNode* n) { n->UnConnect(); });
@@ -355,7 +391,7 @@ void ZtGraph::UnConnect() {
 }
 
 void ZtGraph::Reset() {
-  UnConnect();
-  m_nodeList.Reset();
-  m_arcList.Reset();
+  UnConnectOwn();
+  Clear(m_nodeList);
+  Clear(m_arcList);
 }

@@ -19,16 +19,29 @@
 // Reset and the destructor destroy. Adding a node equal to a present one merges its arcs into the
 // present one and destroys it; adding an arc equal to a present one destroys it. Adding an object
 // that is itself already at its place in the graph changes nothing and answers its position. A
-// null object is refused (-1). When adding an arc throws std::bad_alloc, the graph and the
-// rings are as they were and the caller still owns the arc; a node stays the caller's when its
-// sorted insertion throws, or when merging it throws (with the arcs not yet moved).
+// null object is refused (-1). Adding an arc sorts it into the arc list, then connects it: when
+// the connection throws (a client CmpArc, or std::bad_alloc) the arc stays in the graph, owned by
+// it, connected to the ends reached so far; when the sorted insertion throws, the arc stays the
+// caller's (CheckArc, whose arc is the graph's, destroys it then). Destroying a node nulls the
+// ends that name it of the arcs in its ring only; an arc missing from its end's ring keeps that
+// pointer.
 //
-// Copying a graph copies its objects: every node and arc is cloned through ZtCloner (the virtual
-// Clone: a derived class overrides it to keep its class), each cloned arc's ends are mapped
-// onto the clones of its ends (an end outside the source graph becomes null) and the clone is
-// connected. Copy and source share nothing, so neither destroys what the other holds.
+// Copies share objects. Copying a graph copies the two lists of pointers: the copy and its source
+// name the same nodes and arcs, and no end pointer is remapped. A copy owns only what is added to
+// it later; the objects it received stay with its source. Whatever would destroy one of those in
+// the copy (DelNode, DelArc, Clear*, Reset, a duplicate found by Check*, the destructor) drops it
+// from the copy instead, and the copy's Reset and destructor disconnect only the objects they
+// destroy, so the source's rings stay as they were. Assignment destroys the objects this graph
+// owns that src does not hold, keeps owning those that src holds too, and borrows the rest of
+// src's. Once the source has destroyed an object, the copy still lists it and may only be
+// cleared, reset, assigned or destroyed. Each graph keeps this record itself.
+//
+// Positional access (operator[], operator()) goes through the lists' group index, so reading
+// every node or arc by position takes linear time; it moves the list's cursor.
 #ifndef ZT_GRAPH_GRAPH_H_
 #define ZT_GRAPH_GRAPH_H_
+
+#include <memory>
 
 #include "zt/bits/bit_data.h"
 #include "zt/config.h"
@@ -43,11 +56,16 @@
 class ZtGraphNode;
 class ZtGraphPath;
 
+namespace zt::detail {
+class Loans;
+}  // namespace zt::detail
+
 /// A directed arc from end 0 to end 1. The ends are not owned and may be null.
 class ZT_API ZtGraphArc : public ZtBitData {
  public:
   /// Flags 0 and the given ends; does not connect.
-  explicit ZtGraphArc(ZtGraphNode* from = nullptr, ZtGraphNode* to = nullptr) : m_ends{from, to} {}
+  // NOLINTNEXTLINE(google-explicit-constructor): the interface's constructor
+  ZtGraphArc(ZtGraphNode* from = nullptr, ZtGraphNode* to = nullptr) : m_ends{from, to} {}
   /// Copies the flags and both end pointers; does not connect.
   ZtGraphArc(const ZtGraphArc& src) = default;
   /// Copies the flags and both end pointers; no list or connection changes.
@@ -57,11 +75,9 @@ class ZT_API ZtGraphArc : public ZtBitData {
 
   /// Address order (the sign of this minus other); override to order arcs by a key.
   virtual int CmpArc(const ZtGraphArc& other) const;
-  /// A new copy of this arc, used when a graph is copied; override in derived classes.
-  virtual ZtGraphArc* Clone() const;
 
   /// End 1 when i is not 0, else end 0.
-  ZtGraphNode* GetNode(ZtLong i) const { return m_ends[i != 0 ? 1 : 0]; }
+  ZtGraphNode* GetNode(ZtLong i) { return m_ends[i != 0 ? 1 : 0]; }
   /// Sets one end; no list changes.
   void SetNode(ZtLong i, ZtGraphNode* n) { m_ends[i != 0 ? 1 : 0] = n; }
   /// End 1 when n is end 0, otherwise end 0 (also when n is neither end).
@@ -111,8 +127,6 @@ class ZT_API ZtGraphNode : public ZtBitData {
 
   /// Address order (the sign of this minus other); override to order nodes by a key.
   virtual int CmpNode(const ZtGraphNode& other) const;
-  /// A new copy of this node, used when a graph is copied; override in derived classes.
-  virtual ZtGraphNode* Clone() const;
 
   ZtLong GetArcNum() const { return m_arcs.GetLength(); }
   bool IsAloneNode() const { return m_arcs.GetLength() == 0; }
@@ -122,9 +136,9 @@ class ZT_API ZtGraphNode : public ZtBitData {
   /// Position of that very arc (by address), or -1.
   ZtLong FindArc(ZtGraphArc* arc) const { return m_arcs.Find(arc, 0, -1); }
   /// The arc after `arc` in the ring; null with fewer than 2 arcs or when `arc` is absent.
-  ZtGraphArc* FindNextArc(ZtGraphArc* arc) const { return Neighbour(arc, 1); }
+  ZtGraphArc* FindNextArc(ZtGraphArc* arc) { return Neighbour(arc, 1); }
   /// The arc before `arc` in the ring; null with fewer than 2 arcs or when `arc` is absent.
-  ZtGraphArc* FindPreArc(ZtGraphArc* arc) const { return Neighbour(arc, -1); }
+  ZtGraphArc* FindPreArc(ZtGraphArc* arc) { return Neighbour(arc, -1); }
   /// Sorts the arc into the ring with s_pStartNode naming this node; false (nothing changes) when
   /// an equal arc is listed already or arc is null. The arc's ends are not looked at.
   bool AppendArc(ZtGraphArc* arc);
@@ -134,15 +148,15 @@ class ZT_API ZtGraphNode : public ZtBitData {
   void ClearArc() { m_arcs.ZtDList<ZtGraphArc*>::Reset(); }
   /// Moves every arc of `other` onto this node: ends naming other name this node, the arcs are
   /// sorted in (an arc between the two becomes a loop) and other's ring is emptied. Other is not
-  /// destroyed. Nothing happens for null or this node.
+  /// destroyed. Conbine(this) therefore empties this node's ring; null does nothing.
   void Conbine(ZtGraphNode* other);
   /// Ends of listed arcs that name this node become null, then the ring is emptied; the arcs
   /// stay in the rings of their other ends.
   void UnConnect();
   /// Appends, in ring order, every arc entering this node; `out` is not emptied first.
-  void GetArcIn(ZtDynArrayBase<ZtGraphArc*>& out) const { CollectArcs(out, 1); }
+  void GetArcIn(ZtDynArrayBase<ZtGraphArc*>& out) { CollectArcs(out, 1); }
   /// Appends, in ring order, every arc leaving this node (a loop is both in and out).
-  void GetArcOut(ZtDynArrayBase<ZtGraphArc*>& out) const { CollectArcs(out, 0); }
+  void GetArcOut(ZtDynArrayBase<ZtGraphArc*>& out) { CollectArcs(out, 0); }
 
   bool operator==(const ZtGraphNode& o) const { return CmpNode(o) == 0; }
   bool operator!=(const ZtGraphNode& o) const { return CmpNode(o) != 0; }
@@ -177,25 +191,20 @@ extern template class ZT_API ZtPXList<ZtGraphNode>;
 /// The owner of all nodes and arcs, each kept sorted without duplicates.
 class ZT_API ZtGraph {
  public:
-  ZtGraph() : m_nodeList(0, 25, 100), m_arcList(0, 25, 100) {}
-  /// A deep copy: clones of src's nodes and arcs, connected among themselves.
+  ZtGraph();
+  /// Lists src's nodes and arcs without owning them (see the file comment).
   ZtGraph(const ZtGraph& src);
-  /// Destroys this graph's objects, then holds a deep copy of src's. If the copy throws, this
-  /// graph keeps what was copied so far.
+  /// Lists src's nodes and arcs instead of its own (see the file comment).
   ZtGraph& operator=(const ZtGraph& src);
-  /// UnConnect(), then every arc is destroyed, then every node.
+  /// UnConnect(), then every arc is destroyed, then every node (a copy: only its own objects).
   virtual ~ZtGraph();
 
   ZtLong GetNodeNum() const { return m_nodeList.GetLength(); }
   ZtLong GetArcNum() const { return m_arcList.GetLength(); }
-  /// Node at position i, or null when i names none.
-  ZtGraphNode* operator[](ZtLong i) const {
-    return m_nodeList.IsValidIndex(i) ? m_nodeList.GetAt(i) : nullptr;
-  }
-  /// Arc at position i, or null when i names none.
-  ZtGraphArc* operator()(ZtLong i) const {
-    return m_arcList.IsValidIndex(i) ? m_arcList.GetAt(i) : nullptr;
-  }
+  /// Node at position i (the node list's cursor moves there), or null when i names none.
+  ZtGraphNode* operator[](ZtLong i);
+  /// Arc at position i (the arc list's cursor moves there), or null when i names none.
+  ZtGraphArc* operator()(ZtLong i);
 
   /// Adopts a node and returns its position; an equal node already present takes over its arcs
   /// and the new one is destroyed (the present one's position is returned).
@@ -206,33 +215,35 @@ class ZT_API ZtGraph {
   /// Adds the arc's non-null ends as nodes (pointing the arc at the surviving node when one was
   /// merged), then the arc; returns the arc's position. Equal ends collapse into a loop.
   ZtLong Create(ZtGraphArc* arc);
-  /// Binary search by CmpNode / CmpArc: the position of an equal element, or -1.
-  ZtLong Find(const ZtGraphNode& node) const { return m_nodeList.BFindData(node, 0, -1); }
-  ZtLong Find(const ZtGraphArc& arc) const { return m_arcList.BFindData(arc, 0, -1); }
+  /// Binary search by CmpNode / CmpArc (the list's BFindDataTo over the whole list): the
+  /// position of an equal element, with the list's cursor on it, or -1.
+  ZtLong Find(const ZtGraphNode& node);
+  ZtLong Find(const ZtGraphArc& arc);
 
-  /// Re-sorts node i after its key changed: its arcs are disconnected, the node is added again
-  /// (possibly merging into an equal node K), arcs naming it are pointed at K, and its arcs that
-  /// are in the graph are re-added (reconnected, or destroyed as duplicates); arcs not in the
-  /// graph go to `removed` when given, disconnected. Returns the node's new position, or -1 when
-  /// i names no node. If adding the node throws, it is destroyed and its arcs stay disconnected.
-  ZtLong CheckNode(ZtLong i, ZtDynArrayBase<ZtGraphArc*>* removed = nullptr);
-  /// The same for a node found with Find, or by address when Find does not reach it.
-  ZtLong CheckNode(ZtGraphNode* node, ZtDynArrayBase<ZtGraphArc*>* removed = nullptr);
-  /// Re-sorts arc i after its key changed: it is taken off, disconnected and added again
-  /// (reconnected, or destroyed when an equal arc is now present). Returns the result of that
-  /// addition, or -1 when i names no arc. If adding throws, the arc is destroyed.
+  /// Re-sorts node i after its key changed: its arcs are detached (ends kept), the node is added
+  /// again (possibly merging into an equal node K, which destroys it), the detached arcs' ends
+  /// naming it are pointed at K, and those arcs that are in the graph are re-added (reconnected,
+  /// or destroyed as duplicates); the others go to `removed` when it is not null. Returns the
+  /// node's new position, or -1 when i names no node.
+  ZtLong CheckNode(ZtLong i, ZtDynArrayBase<ZtGraphArc*>* removed);
+  /// CheckNode(Find(*node), removed): the position of the node equal to `node` is re-sorted,
+  /// whichever object stands there (-1 when Find meets none, or for null).
+  ZtLong CheckNode(ZtGraphNode* node, ZtDynArrayBase<ZtGraphArc*>* removed);
+  /// Re-sorts arc i after its key changed: it is taken off, disconnected (ends kept) and added
+  /// again (reconnected, or destroyed when an equal arc is now present). Returns the result of
+  /// that addition, or -1 when i names no arc.
   ZtLong CheckArc(ZtLong i);
-  /// The same for an arc found with Find, or by address when Find does not reach it.
+  /// CheckArc(Find(*arc)), as for CheckNode.
   ZtLong CheckArc(ZtGraphArc* arc);
 
-  /// Destroys node i; every arc of the graph that names it gets a null end.
+  /// Destroys node i; the arcs in its ring lose their ends that named it.
   void DelNode(ZtLong i);
   /// Destroys arc i (it leaves the rings of its ends).
-  void DelArc(ZtLong i) { m_arcList.Del(i); }
-  /// Destroys every node; arcs of the graph that named one get null ends.
+  void DelArc(ZtLong i);
+  /// Destroys every node; the arcs in their rings lose the ends that named them.
   void ClearNode();
   /// Destroys every arc.
-  void ClearArc() { m_arcList.Reset(); }
+  void ClearArc();
   /// Every node's UnConnect, then every arc's: no node keeps an arc, no arc an end. The objects
   /// stay in the graph.
   void UnConnect();
@@ -244,12 +255,27 @@ class ZT_API ZtGraph {
   ZtPXList<ZtGraphArc> m_arcList;
 
  private:
-  void CopyFrom(const ZtGraph& src);
-  /// operator<< for an arc the graph already owns: destroyed if it cannot be placed.
-  ZtLong Readd(ZtGraphArc* arc);
-  /// Nulls every end of the graph's arcs for which doomed(end) holds.
-  template <class Pred>
-  void DropEnds(Pred doomed);
+  bool IsLoan(const void* obj) const;
+  /// Destroys obj, or drops it from the loans when it is one.
+  template <class T>
+  void Dispose(T* obj);
+  /// Empties `list`, destroying its objects except the loans, which are forgotten.
+  template <class T>
+  void Clear(ZtPXList<T>& list);
+  /// The list's positional delete; a loan is forgotten instead of destroyed.
+  template <class T>
+  void Delete(ZtPXList<T>& list, ZtLong i);
+  /// Every node's and arc's UnConnect, except the loans'.
+  void UnConnectOwn();
+  /// The list's SortInto without duplicates; when it throws, obj is disposed of if `ours`.
+  template <class T>
+  bool SortIn(ZtPXList<T>& list, T* obj, bool ours);
+  /// operator<< for a node or an arc; `ours` when the graph already owned it (Check*): if its
+  /// sorted insertion throws, it is disposed of instead of left with the caller.
+  ZtLong Add(ZtGraphNode* node, bool ours);
+  ZtLong Add(ZtGraphArc* arc, bool ours);
+
+  std::unique_ptr<zt::detail::Loans> m_loans;  ///< objects received by copying: not owned
 };
 
 #endif  // ZT_GRAPH_GRAPH_H_

@@ -1,5 +1,7 @@
 #include "zt/graph/graph_path.h"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -10,11 +12,25 @@ namespace {
 
 // One step of a walk: the node it stands on and the arc it turns from. A walk over rings that do
 // not mirror each other may cycle without meeting its start arc; it stops at a repeated step.
+// Faces are mostly short: the first steps are kept in place and searched in turn, and only a
+// long walk moves them into a hash set.
 class Steps {
  public:
   /// False when (node, arc) was taken before.
   bool Take(const ZtGraphNode* node, const ZtGraphArc* arc) {
-    return m_taken.insert({node, arc}).second;
+    const Step step{node, arc};
+    if (m_taken.empty()) {
+      if (std::find(m_first.begin(), m_first.begin() + m_count, step) !=
+          m_first.begin() + m_count) {
+        return false;
+      }
+      if (m_count < m_first.size()) {
+        m_first[m_count++] = step;
+        return true;
+      }
+      m_taken.insert(m_first.begin(), m_first.end());
+    }
+    return m_taken.insert(step).second;
   }
 
  private:
@@ -24,6 +40,8 @@ class Steps {
       return std::hash<const void*>()(s.first) * 31 + std::hash<const void*>()(s.second);
     }
   };
+  std::array<Step, 16> m_first{};
+  std::size_t m_count = 0;
   std::unordered_set<Step, Hash> m_taken;
 };
 

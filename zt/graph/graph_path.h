@@ -4,7 +4,7 @@
 // The path does not own its arcs; the caller owns the path and deletes it.
 //
 //   std::unique_ptr<ZtGraphPath> face(arc->FindMesh(0));  // the face left of `arc`, if the
-//   ZtGraphNode* from = face->GetStartNode();             // arcs are ordered by angle
+//                                                          // arcs are ordered by angle
 //
 // FindMesh walks from the arc's chosen end: at every node it leaves by the arc that follows, in
 // that node's ring (FindNextArc), the arc it arrived by, and stops when it meets the start arc
@@ -26,10 +26,9 @@ class ZT_API ZtGraphPath : public ZtDList<ZtGraphArc*> {
   ZtGraphPath() : ZtDList<ZtGraphArc*>(0) {}
   ~ZtGraphPath() override;
 
-  /// The node the first arc leads away from (null when a walk ended at a null end).
-  ZtGraphNode* GetStartNode() const { return m_pStartNode; }
-
  protected:
+  /// The node the first arc leads away from (null when a walk ended at a null end). A client
+  /// reads it from a class derived from ZtGraphPath.
   ZtGraphNode* m_pStartNode = nullptr;
 
  private:

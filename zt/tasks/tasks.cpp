@@ -1,9 +1,11 @@
 #include "zt/tasks/tasks.h"
 
-#include <climits>
+#include <algorithm>
+#include <memory>
 #include <stdexcept>
-#include <unordered_map>
-#include <utility>
+#include <vector>
+
+#include "zt/containers/internal/loans.h"
 
 void ZtParallelTask::run() { Execute(); }
 
@@ -14,75 +16,38 @@ bool ZtParallelTask::Start() {
   return true;
 }
 
-namespace {
+ZtParallelTasks::ZtParallelTasks() = default;
 
-// How many more sets hold a task beyond the first, for the tasks shared by copying a set. The
-// table exists only while some task is shared: built by the first share, freed when the last
-// share ends. No static object is involved, so sets that are clients' static objects share and
-// let go correctly whenever they are built or destroyed. The pointer is constant-initialised.
-using ShareTable = std::unordered_map<const ZtParallelTask*, std::size_t>;
-ShareTable* g_shares = nullptr;
-
-void FreeTableIfUnused() {
-  if (g_shares != nullptr && g_shares->empty()) {
-    delete g_shares;
-    g_shares = nullptr;
-  }
+ZtParallelTasks::ZtParallelTasks(const ZtParallelTasks& src) : tasks(src.tasks) {
+  auto loans = std::make_unique<zt::detail::Loans>();
+  std::vector<ZtParallelTask*> none;
+  loans->Plan(none, nullptr, tasks, none);
+  m_loans = std::move(loans);
 }
-
-void Share(const ZtParallelTask* task) {
-  if (g_shares == nullptr) g_shares = new ShareTable;
-  try {
-    ++(*g_shares)[task];
-  } catch (...) {
-    FreeTableIfUnused();
-    throw;
-  }
-}
-
-// Drops one owner of `task`; deletes it when that was the last one.
-void LetGo(ZtParallelTask* task) {
-  if (task == nullptr) return;
-  if (g_shares != nullptr) {
-    const auto it = g_shares->find(task);
-    if (it != g_shares->end()) {
-      if (--it->second == 0) g_shares->erase(it);
-      FreeTableIfUnused();
-      return;
-    }
-  }
-  delete task;
-}
-
-}  // namespace
-
-ZtParallelTasks::ZtParallelTasks(const ZtParallelTasks& src) { *this = src; }
 
 ZtParallelTasks& ZtParallelTasks::operator=(const ZtParallelTasks& src) {
   if (this == &src) return *this;
   std::vector<ZtParallelTask*> copy(src.tasks);
-  std::size_t shared = 0;
-  try {
-    for (; shared < copy.size(); ++shared) {
-      if (copy[shared] != nullptr) Share(copy[shared]);
-    }
-  } catch (...) {
-    while (shared-- > 0) LetGo(copy[shared]);  // src still holds each: nothing is deleted
-    throw;
-  }
-  Clear();
+  auto loans = std::make_unique<zt::detail::Loans>();
+  std::vector<ZtParallelTask*> doomed;
+  loans->Plan(tasks, m_loans.get(), copy, doomed);
   tasks.swap(copy);
+  m_loans.swap(loans);
+  for (ZtParallelTask* task : doomed) delete task;
   return *this;
 }
 
 ZtParallelTasks::~ZtParallelTasks() { Clear(); }
 
 void ZtParallelTasks::AddTask(ZtParallelTask* task) {
-  // GetLength answers an int, so the set stops there.
-  if (tasks.size() >= static_cast<std::size_t>(INT_MAX) || tasks.size() >= tasks.max_size()) {
-    throw std::length_error("vector<T> too long");
-  }
+  if (tasks.size() >= tasks.max_size()) throw std::length_error("vector<T> too long");
   tasks.push_back(task);
+  if (zt::detail::Loans::Holds(m_loans, task)) {
+    // A borrowed task at this address was deleted by its owner and the address reused: the old
+    // entries are stale, and the new task is this set's own.
+    std::replace(tasks.begin(), tasks.end() - 1, task, static_cast<ZtParallelTask*>(nullptr));
+    m_loans->Forget(task);
+  }
 }
 
 ZtParallelTask* ZtParallelTasks::operator[](int i) const {
@@ -98,10 +63,16 @@ void ZtParallelTasks::Run() {
 }
 
 void ZtParallelTasks::Clear() {
-  // Take the entries out first, so that a task's destructor that touches the set sees it empty.
-  std::vector<ZtParallelTask*> doomed;
-  doomed.swap(tasks);
-  for (ZtParallelTask* task : doomed) LetGo(task);
+  // By index, re-reading the size: a destructor may add tasks (deleted here too) or clear the
+  // set (which ends this walk). Each entry is emptied before its task goes.
+  for (std::size_t i = 0; i < tasks.size(); ++i) {
+    ZtParallelTask* task = tasks[i];
+    if (task == nullptr || zt::detail::Loans::Holds(m_loans, task)) continue;
+    tasks[i] = nullptr;
+    delete task;
+  }
+  tasks.clear();
+  m_loans.reset();
 }
 
 int IsOS64() { return 1; }
