@@ -25,7 +25,7 @@ using zt::fuzz::Same;
 // Trimming takes the last individual off the list and then deletes it, so its destructor no longer
 // counts it in the population; deleting it through the list's DelCur counts it. Set to false
 // once trimming is DelTail.
-constexpr bool kAwaitingFixTrimDeletesAfterUnlinking = true;
+constexpr bool kAwaitingFixTrimDeletesAfterUnlinking = false;
 
 // Gene v's Clone gives null when v % 5 is 4; Initialize sets the key to the sum of the genes
 // modulo 7; an individual whose id is a multiple of 3 has no mutant.

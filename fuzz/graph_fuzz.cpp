@@ -39,15 +39,15 @@ using zt::fuzz::Same;
 
 // Find is a plain binary search that leaves the list's cursor where it was; set to false once
 // it is BFindDataTo and leaves the cursor on the match or the insertion place.
-constexpr bool kAwaitingFixFindMovesCursor = true;
+constexpr bool kAwaitingFixFindMovesCursor = false;
 // The pointer forms of CheckNode/CheckArc search by address when Find lands on another equal
 // object; set to false once they act on Find's position.
-constexpr bool kAwaitingFixCheckActsOnFind = true;
+constexpr bool kAwaitingFixCheckActsOnFind = false;
 // DelNode, ClearNode and CheckNode null (or rename) the ends of every graph arc naming the node,
 // also arcs missing from its ring; set to false once only the ring's arcs change.
-constexpr bool kAwaitingFixOnlyRingEndsChange = true;
+constexpr bool kAwaitingFixOnlyRingEndsChange = false;
 // Conbine(this) does nothing; set to false once it ends by emptying the ring.
-constexpr bool kAwaitingFixConbineSelfClears = true;
+constexpr bool kAwaitingFixConbineSelfClears = false;
 
 constexpr int kMaxNodes = 24, kMaxArcs = 32;
 
