@@ -19,7 +19,9 @@
 //
 // The *Data members, the object sorts and == compare objects with T's operators; Find, FindDel(T*)
 // and the pointer-comparator Sort compare pointers. Empty places are skipped by the searches and
-// collected at the end by Sort(bool) (the comparator sort keeps them last too). Out-of-contract
+// collected at the end by Sort(bool) (the comparator sort keeps them last too). The object sorts
+// are the lists' insertion sorts: whatever the order they end with every object kept, none
+// deleted. Out-of-contract
 // calls never dereference null: GetPData and friends yield a scratch object for an empty place.
 #ifndef ZT_CONTAINERS_PDLIST_H_
 #define ZT_CONTAINERS_PDLIST_H_
