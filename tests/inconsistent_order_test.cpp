@@ -137,7 +137,8 @@ Case SortIntoKeepsObjects(std::string name) {
               c.BFindData(Fickle(i), 0, -1);
               c.BFindDataTo(Fickle(i * 3), 0, -1);
             }
-            return Sorted(Values(c)) == Sorted(taken) && Fickle::live == live + static_cast<long>(taken.size());
+            return Sorted(Values(c)) == Sorted(taken) &&
+                   Fickle::live == live + static_cast<long>(taken.size());
           }};
 }
 
@@ -212,6 +213,8 @@ bool GraphKeepsObjects() {
   }
   std::vector<ZtGraphNode*> listedNodes;
   std::vector<ZtGraphArc*> listedArcs;
+  listedNodes.reserve(nodes.size());
+  listedArcs.reserve(arcs.size());
   ZtLong ringEntries = 0;
   for (ZtLong i = 0; i < g.GetNodeNum(); ++i) {
     listedNodes.push_back(g[i]);

@@ -78,15 +78,16 @@ struct Row {
   bool strong = false;
 };
 
-/// The length counts the elements of the forward walk and, on a list, of the backward walk.
+/// The length counts the elements of the forward walk; on a list the backward walk and the
+/// positional reads (a grouped list's index) reach the same elements.
 template <class C>
 void ExpectValid(C& c) {
   if constexpr (std::is_base_of_v<Seq, C>) {
     EXPECT_EQ(static_cast<ZtLong>(Values(c).size()), c.GetLength());
-    if constexpr (std::is_base_of_v<ZtDList<Throwing>, C>) {
+    if constexpr (std::is_base_of_v<ZtList<Throwing>, C>) {
       EXPECT_EQ(BackwardValues(c), Values(c));
+      EXPECT_EQ(PositionalValues(c), Values(c));
     }
-    if constexpr (std::is_same_v<C, IndexProbe<ZtXList<Throwing>>>) ExpectIndexExact(c);
   } else {
     EXPECT_EQ(static_cast<ZtLong>(Values(c).size()), c.GetLength());
   }
@@ -147,7 +148,7 @@ C MakeSequence(int n) {
 template <class C>
 std::vector<Row<C>> SequenceRows() {
   std::vector<Row<C>> rows = {
-      {"copy construct", [](C& c, C&) { C copy(c); }, true},
+      {"copy construct", [](C& c, C&) { static_cast<void>(C(c).GetLength()); }, true},
       {"array from sequence", [](C& c, C&) { ZtArray<Throwing> a(c); }, true},
       {"assign", [](C& c, C& o) { c = o; }, true},
       {"append", [](C& c, C&) { c.Append(c.GetAt(1)); }, true},
@@ -173,7 +174,9 @@ std::vector<Row<C>> SequenceRows() {
       {"sort by comparator", [](C& c, C&) { c.Sort(Descending); }},
   };
   if constexpr (std::is_constructible_v<C, const Seq&>) {
-    rows.push_back({"construct from sequence", [](C& c, C&) { C copy(static_cast<Seq&>(c)); }, true});
+    rows.push_back({"construct from sequence",
+                    [](C& c, C&) { static_cast<void>(C(static_cast<Seq&>(c)).GetLength()); },
+                    true});
   }
   if constexpr (std::is_base_of_v<ZtList<Throwing>, C>) {
     rows.push_back({"insert after cursor", [](C& c, C&) { c.InsertAfterCur(4); }, true});
@@ -184,8 +187,8 @@ std::vector<Row<C>> SequenceRows() {
 
 template <class C>
 class ThrowingSequenceTest : public ::testing::Test {};
-using Sequences = ::testing::Types<ZtDynArray<Throwing>, ZtList<Throwing>, ZtDList<Throwing>,
-                                   IndexProbe<ZtXList<Throwing>>>;
+using Sequences =
+    ::testing::Types<ZtDynArray<Throwing>, ZtList<Throwing>, ZtDList<Throwing>, ZtXList<Throwing>>;
 TYPED_TEST_SUITE(ThrowingSequenceTest, Sequences);
 
 TYPED_TEST(ThrowingSequenceTest, EveryOperationCompletesOrThrowsAndLeavesItValid) {
@@ -199,21 +202,22 @@ TEST(ThrowingElements, FixedArrayOperationsCompleteOrThrowAndLeaveItValid) {
     for (int i = 0; i < n; ++i) a.Append(Throwing((i * 5) % 7));
     return a;
   };
-  Sweep<A>(make, {
-                     {"copy construct", [](A& a, A&) { A copy(a); }, true},
-                     {"assign, same length", [](A& a, A&) { a = A(a); }},
-                     {"assign", [](A& a, A& o) { a = o; }, true},
-                     {"insert", [](A& a, A&) { a.Insert(2, a[4]); }, true},
-                     {"append", [](A& a, A&) { a.Append(1); }, true},
-                     {"delete", [](A& a, A&) { a.Del(1); }, true},
-                     {"find and delete", [](A& a, A&) { a.FindDel(5); }, true},
-                     {"resize", [](A& a, A&) { a.ReAllocate(9, true); }, true},
-                     {"find or append", [](A& a, A&) { a.FindOrAppend(40); }, true},
-                     {"reverse", [](A& a, A&) { a.Reverse(0, -1); }},
-                     {"fill", [](A& a, A&) { a.SetAll(3); }},
-                     {"sort", [](A& a, A&) { a.Sort(false); }},
-                     {"sort by comparator", [](A& a, A&) { a.Sort(Descending); }},
-                 });
+  Sweep<A>(make,
+           {
+               {"copy construct", [](A& a, A&) { static_cast<void>(A(a).GetLength()); }, true},
+               {"assign, same length", [](A& a, A&) { a = A(a); }},
+               {"assign", [](A& a, A& o) { a = o; }, true},
+               {"insert", [](A& a, A&) { a.Insert(2, a[4]); }, true},
+               {"append", [](A& a, A&) { a.Append(1); }, true},
+               {"delete", [](A& a, A&) { a.Del(1); }, true},
+               {"find and delete", [](A& a, A&) { a.FindDel(5); }, true},
+               {"resize", [](A& a, A&) { a.ReAllocate(9, true); }, true},
+               {"find or append", [](A& a, A&) { a.FindOrAppend(40); }, true},
+               {"reverse", [](A& a, A&) { a.Reverse(0, -1); }},
+               {"fill", [](A& a, A&) { a.SetAll(3); }},
+               {"sort", [](A& a, A&) { a.Sort(false); }},
+               {"sort by comparator", [](A& a, A&) { a.Sort(Descending); }},
+           });
 }
 
 // Owning containers copy their objects when copied, and FindDataOrAppend copies its argument.
@@ -230,7 +234,7 @@ TYPED_TEST(ThrowingOwningTest, CopiesOfObjectsCompleteOrThrowAndLeaveItValid) {
     return c;
   };
   std::vector<Row<C>> rows = {
-      {"copy construct", [](C& c, C&) { C copy(c); }},
+      {"copy construct", [](C& c, C&) { static_cast<void>(C(c).GetLength()); }},
       {"assign", [](C& c, C& o) { c = o; }},
       {"append a copy", [](C& c, C& o) { c << o; }},
       {"slice", [](C& c, C& o) { c.Right(4, o); }},

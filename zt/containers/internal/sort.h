@@ -35,22 +35,21 @@ namespace zt::detail {
 template <class T, class = void>
 struct HasOwnLess : std::false_type {};
 template <class T>
-struct HasOwnLess<T, std::void_t<decltype(operator<(std::declval<const T&>(),
-                                                    std::declval<const T&>()))>>
+struct HasOwnLess<
+    T, std::void_t<decltype(operator<(std::declval<const T&>(), std::declval<const T&>()))>>
     : std::true_type {};
 template <class T, class = void>
 struct HasOwnGreater : std::false_type {};
 template <class T>
-struct HasOwnGreater<T, std::void_t<decltype(operator>(std::declval<const T&>(),
-                                                       std::declval<const T&>()))>>
+struct HasOwnGreater<
+    T, std::void_t<decltype(operator>(std::declval<const T&>(), std::declval<const T&>()))>>
     : std::true_type {};
 
 // True when ordering T calls no client code, so that the comparisons a sort makes are invisible.
 template <class T>
-constexpr bool kPlainOrder =
-    std::is_arithmetic_v<T> || std::is_pointer_v<T> ||
-    std::conjunction_v<std::is_enum<T>, std::negation<HasOwnLess<T>>,
-                       std::negation<HasOwnGreater<T>>>;
+constexpr bool kPlainOrder = std::is_arithmetic_v<T> || std::is_pointer_v<T> ||
+                             std::conjunction_v<std::is_enum<T>, std::negation<HasOwnLess<T>>,
+                                                std::negation<HasOwnGreater<T>>>;
 
 // True when the dynamic type of obj is exactly one of Exact. Without RTTI: false.
 template <class... Exact, class Obj>
