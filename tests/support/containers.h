@@ -38,6 +38,19 @@ std::vector<T> BackwardValues(const ZtDynArrayBase<T>& s) {
   return out;
 }
 
+/// The elements read one by one with MoveTo(i) and GetCurData: on a grouped list, through its
+/// index. The cursor moves.
+template <class T>
+std::vector<T> PositionalValues(ZtDynArrayBase<T>& s) {
+  std::vector<T> out;
+  out.reserve(static_cast<std::size_t>(s.GetLength()));
+  for (ZtLong i = 0; i < s.GetLength(); ++i) {
+    s.MoveTo(i);
+    out.push_back(s.GetCurData());
+  }
+  return out;
+}
+
 template <class T>
 std::vector<T> Values(const ZtArray<T>& a) {
   const T* data = a.GetDataBuffer();

@@ -11,8 +11,13 @@
 // it. Its ranges clamp differently from the sequence algorithms: Find and the find-all search
 // take any negative `to` as the end, and Reverse never grows the array.
 //
+// Sort(bool) and Sort(cmp) are the rank sort of ZtDynArray, with its O(n log n) path for types
+// whose order calls no client code and its result for orders that are not consistent (see
+// dyn_array.h); so are the strings' sorts.
+//
 // Every allocating call is all-or-nothing: when it throws std::bad_alloc the array keeps its
-// length and contents. Out of contract and ignored: Insert outside [0, length], Del with an
+// length and contents. When an element's copy throws, the exception passes through and the array
+// stays valid; nothing leaks. Out of contract and ignored: Insert outside [0, length], Del with an
 // invalid index, SetAt with an invalid index; operator[] and GetAt with an invalid index yield a
 // scratch value; Find and BFind with a negative `from` find nothing.
 #ifndef ZT_CONTAINERS_ARRAY_H_
@@ -21,6 +26,7 @@
 #include "zt/config.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/internal/element_ops.h"
+#include "zt/containers/internal/sort.h"
 #include "zt/containers/quene.h"
 
 /// Exact-size array with a virtual destructor, so that derived strings delete correctly.
@@ -128,9 +134,14 @@ class ZtArray {
 template <class T>
 ZtArray<T>::ZtArray(const ZtDynArrayBase<T>& src) {
   ReAllocate(src.GetLength(), true);
-  ZtLong i = 0;
-  for (const T* p = src.GetFirst(); p != nullptr && i < m_count; p = src.GetNext(p)) {
-    m_data[i++] = *p;
+  try {
+    ZtLong i = 0;
+    for (const T* p = src.GetFirst(); p != nullptr && i < m_count; p = src.GetNext(p)) {
+      m_data[i++] = *p;
+    }
+  } catch (...) {  // an element's assignment threw; the destructor will not run
+    delete[] m_data;
+    throw;
   }
 }
 
@@ -195,11 +206,7 @@ void ZtArray<T>::Reverse(ZtLong from, ZtLong to) {
 
 template <class T>
 void ZtArray<T>::Sort(bool ascending) {
-  if (ascending) {
-    zt::detail::RankSort(m_data, m_count, zt::detail::Greater<T>);
-  } else {
-    zt::detail::RankSort(m_data, m_count, zt::detail::Less<T>);
-  }
+  zt::detail::SortByOrder(m_data, m_count, ascending);
 }
 
 template <class T>

@@ -15,7 +15,9 @@
 // stable insertion sort scanning backward from the element being placed: a sorted list costs
 // n - 1 comparisons; an element that has to move is compared with the predecessor that stopped
 // it twice, once to see that it moves and once as the first step of the backward scan. Displaced
-// values go into new nodes and their old places are emptied (set to T()) before removal.
+// values go into new nodes and their old places are emptied (set to T()) before removal. As in
+// ZtList, Sort(bool) on plain types takes an O(n log n) path with the same result, and the sorts
+// end and keep every element whatever the order.
 //
 // Conbine splices only between doubly linked lists (this class and the classes derived from
 // it); a singly linked `other` is refused and the length returned unchanged. ReverseList keeps
@@ -26,6 +28,7 @@
 #include "zt/config.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/internal/element_ops.h"
+#include "zt/containers/internal/sort.h"
 #include "zt/containers/list.h"
 
 /// A node of ZtDList<T>: `data` and `next` laid out as in ZtListNode<T>, so that the bodies a
@@ -48,6 +51,9 @@ struct ZtDListNode {
   ZtDListNode* next;
   ZtDListNode* pre;
 };
+
+template <class T>
+class ZtXList;
 
 /// Circular doubly linked list with a sentinel node; ownership as in ZtList<T>.
 template <class T>
@@ -121,7 +127,13 @@ class ZtDList : public ZtList<T>, public zt::detail::DoublyLinkedNodes {
   void Sort(int (*cmp)(const T&, const T&)) override {
     if (cmp != nullptr) BackwardInsertionSort(Base::AfterBy(cmp));
   }
-  void Sort(bool ascending) override { BackwardInsertionSort(Base::AfterBy(ascending)); }
+  void Sort(bool ascending) override {
+    if (zt::detail::SortNodeValues<T, ZtDList, ZtXList<T>>(*this, m_head, m_length, ascending)) {
+      this->SetCursor(m_head, -1);
+    } else {
+      BackwardInsertionSort(Base::AfterBy(ascending));
+    }
+  }
 
   void InsertAfterCur(const T& v) override {
     DNode* const prev = D(m_curNode);
@@ -224,5 +236,9 @@ void ZtDList<T>::BackwardInsertionSort(After after) {
     this->MoveToNext();
   }
 }
+
+// Sort(bool) recognises the grouped list by its exact type, so the class must be complete wherever
+// the sort is instantiated.
+#include "zt/containers/xlist.h"  // IWYU pragma: export
 
 #endif  // ZT_CONTAINERS_DLIST_H_

@@ -12,8 +12,17 @@
 //   a.Sort(true);              // [1, 2, 3], stable, cursor unchanged
 //
 // Both sorts are the stable rank sort: exactly n(n-1)/2 comparisons, each element moved once.
+// Sort(bool) on a type whose order calls no client code (arithmetic types, pointers, enums
+// without their own < and >) gives the same result in O(n log n) and never throws, unless a
+// floating-point array holds a NaN. Whatever the order, the sorts return and keep every element:
+// when it is not consistent (a NaN, a faulty comparator) the elements are placed by rank, those
+// of equal rank in their original order; an element's rank is its index, plus one for every later
+// element it must follow, minus one for every earlier element that must follow it.
+//
 // Every growth is all-or-nothing: when the allocation throws std::bad_alloc the array keeps its
-// length, capacity, buffer and contents. T must be default-constructible and copy-assignable.
+// length, capacity, buffer and contents. T must be default-constructible and copy-assignable;
+// when an element's copy or assignment throws, the exception passes through, every element is
+// still a valid T, the length counts them, and nothing leaks.
 //
 // Out of contract and ignored, never touching memory outside the buffer: SetCurData, DelCur with
 // the cursor out; InsertCur with the cursor outside [0, length]; GetAt past the end and
@@ -27,6 +36,7 @@
 #include "zt/config.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/internal/element_ops.h"
+#include "zt/containers/internal/sort.h"
 
 /// Contiguous growable array. Owns its buffer (allocated with array new) from construction or
 /// Attach until Detach or destruction; for pointer elements it owns the slots, not the objects.
@@ -45,10 +55,17 @@ class ZtDynArray : public ZtDynArrayBase<T> {
   }
   /// An exact-size copy (capacity == length) with the default allocation unit; the copy's
   /// cursor stands at its end.
-  ZtDynArray(const ZtDynArray& src) : Base() { this->DeepCopy(src); }
+  ZtDynArray(const ZtDynArray& src) : ZtDynArray(static_cast<const Base&>(src)) {}
   /// The same, copying from any sequence (a list included).
   // NOLINTNEXTLINE(google-explicit-constructor): implicit, as the interface declares it
-  ZtDynArray(const Base& src) { this->DeepCopy(src); }
+  ZtDynArray(const Base& src) {
+    try {
+      this->DeepCopy(src);
+    } catch (...) {  // an element's assignment threw; the destructor will not run
+      delete[] m_data;
+      throw;
+    }
+  }
   /// Copies the elements; the allocation unit stays as it was.
   ZtDynArray& operator=(const ZtDynArray& src) {
     if (this != &src) this->DeepCopy(src);
@@ -228,11 +245,7 @@ void ZtDynArray<T>::Sort(int (*cmp)(const T&, const T&)) {
 
 template <class T>
 void ZtDynArray<T>::Sort(bool ascending) {
-  if (ascending) {
-    zt::detail::RankSort(m_data, this->m_length, zt::detail::Greater<T>);
-  } else {
-    zt::detail::RankSort(m_data, this->m_length, zt::detail::Less<T>);
-  }
+  zt::detail::SortByOrder(m_data, this->m_length, ascending);
 }
 
 extern template class ZT_API ZtDynArray<char>;

@@ -22,6 +22,10 @@
 // says which other values it clamps. Ordering comparisons treat char as signed, wchar_t as
 // unsigned and pointers as unsigned addresses; other types use their own ==, !=, < and >.
 //
+// The binary searches and SortInto assume a range sorted by a consistent order. On any other
+// range they still end (every probe narrows the range) and SortInto inserts v exactly once; the
+// searches' answers and the insertion point are then unspecified.
+//
 // Out-of-contract calls never touch memory outside the storage: reading the element at an out
 // cursor or invalid index yields a scratch default value, writing it is lost, and edits at an
 // invalid place (negative indices to Insert, Del, Exchange, Move, Reverse) are ignored.

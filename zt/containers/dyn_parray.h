@@ -19,7 +19,9 @@
 //
 // The *Data members, the object sorts and == compare the pointed-to objects with T's operators;
 // Find, FindDel(T*) and the pointer-comparator Sort compare pointers. Empty slots are skipped by
-// the searches and gather at the end in every object sort, in both directions. GetPData,
+// the searches and gather at the end in every object sort, in both directions. The object sorts
+// are the rank sort (n(n-1)/2 comparisons of objects); with an order that is not consistent they
+// still return with every object kept, none deleted, placed by rank as dyn_array.h says. GetPData,
 // GetCurPData and operator() on an empty slot yield a scratch object instead of dereferencing null;
 // for a T of which no scratch object can be made (abstract, or without a default constructor)
 // such a call stops the program with std::abort. T needs only delete, ==, !=, < and >.
@@ -30,6 +32,7 @@
 #include "zt/containers/clone.h"
 #include "zt/containers/dyn_array.h"
 #include "zt/containers/internal/owning.h"
+#include "zt/containers/internal/sort.h"
 #include "zt/containers/quene.h"
 
 /// Growable array owning the objects its slots point to; null slots are empty places.

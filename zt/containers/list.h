@@ -24,7 +24,17 @@
 // stable insertion sort: element k is compared with elements 0, 1, ... until one must go after
 // it (so a sorted list costs n(n-1)/2 comparisons); a displaced value is copied into a new node
 // and its old place is emptied (set to T()) before that node is removed. On two or more elements
-// they end with cursor -1.
+// they end with cursor -1. Each scan is bounded by the element's index, so with an order that is
+// not consistent (a NaN, a faulty comparator) a sort still returns and keeps every element, in
+// the order its steps give.
+//
+// Sort(bool) on a type whose order calls no client code (arithmetic types, pointers, enums
+// without their own < and >), on an object that is exactly a ZtList, ZtDList or ZtXList, gives the
+// insertion sort's result, cursor included, in O(n log n): it copies the values out, sorts them
+// stably and writes them back, every node staying in place and no slot being called. It throws
+// std::bad_alloc, with nothing changed, when the copy cannot be allocated. A floating-point list
+// that holds a NaN, and any derived class (whose slots may expect the calls), get the insertion
+// sort.
 //
 // Every insertion is all-or-nothing: when allocating the node throws std::bad_alloc the list is
 // unchanged, cursor included; growth (ReAllocate, SetLength, the growing operator[]) removes what
@@ -41,6 +51,7 @@
 #include "zt/config.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/internal/element_ops.h"
+#include "zt/containers/internal/sort.h"
 
 // The list bodies of ZtList<T> also walk the nodes of the doubly linked lists, whose node type
 // begins with the same two fields. Accesses through ZtListNode<T> may therefore alias a
@@ -173,7 +184,13 @@ class ZtList : public ZtDynArrayBase<T> {
   void Sort(int (*cmp)(const T&, const T&)) override {
     if (cmp != nullptr) InsertionSort(AfterBy(cmp));
   }
-  void Sort(bool ascending) override { InsertionSort(AfterBy(ascending)); }
+  void Sort(bool ascending) override {
+    if (zt::detail::SortNodeValues<T, ZtList>(*this, m_head, m_length, ascending)) {
+      SetCursor(m_head, -1);
+    } else {
+      InsertionSort(AfterBy(ascending));
+    }
+  }
 
   // ---- The list slots ------------------------------------------------------------------------
 

@@ -22,10 +22,11 @@
 // The *Data members, the object sorts and == compare objects with T's operators; Find, FindDel(T*)
 // and the pointer-comparator Sort compare pointers. FindDel walks the cursor from the head and
 // leaves it on -1 when the pointer is absent. Empty places are skipped by the searches and
-// collected at the end by Sort(bool) (the comparator sort keeps them last too). Out-of-contract
-// calls never dereference null: GetPData and friends yield a scratch object for an empty place
-// (see dyn_parray.h for a T of which none can be made). T needs only delete, ==, !=, < and >,
-// and a copy constructor for the two members that add a copy.
+// collected at the end by Sort(bool) (the comparator sort keeps them last too). The object sorts
+// are the lists' insertion sorts: whatever the order they end with every object kept, none
+// deleted. Out-of-contract calls never dereference null: GetPData and friends yield a scratch
+// object for an empty place (see dyn_parray.h for a T of which none can be made). T needs only
+// delete, ==, !=, < and >, and a copy constructor for the two members that add a copy.
 #ifndef ZT_CONTAINERS_PDLIST_H_
 #define ZT_CONTAINERS_PDLIST_H_
 

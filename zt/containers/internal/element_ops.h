@@ -5,7 +5,7 @@
 //     unsigned addresses, every other type through its own < and >);
 //   - checked length arithmetic (a length that would pass 2^31 - 1 fails like an allocation);
 //   - bulk element copies that use memmove for trivially copyable types;
-//   - the stable rank sort and the bisection, each written once for every container.
+//   - the bisection, written once for every container (the sorts are in sort.h).
 #ifndef ZT_CONTAINERS_INTERNAL_ELEMENT_OPS_H_
 #define ZT_CONTAINERS_INTERNAL_ELEMENT_OPS_H_
 
@@ -15,7 +15,6 @@
 #include <memory>
 #include <new>
 #include <type_traits>
-#include <utility>
 
 #include "zt/config.h"
 
@@ -104,40 +103,6 @@ T* CopyIntoNew(ZtLong size, const T* src, ZtLong n) {
   std::unique_ptr<T[]> buffer(new T[static_cast<std::size_t>(size)]);
   if (src != nullptr) MoveRange(buffer.get(), src, n < size ? n : size);
   return buffer.release();
-}
-
-// The library's stable rank sort. `after(a, b)` is true when a must come after b. Makes exactly
-// n(n-1)/2 comparisons in the order (0,1), (0,2), ..., (n-2,n-1), then applies the permutation by
-// following its cycles so that every element is moved exactly once. Throws bad_alloc before
-// anything moves when the rank table cannot be allocated.
-template <class T, class After>
-void RankSort(T* data, ZtLong n, After after) {
-  if (n < 2) return;
-  std::unique_ptr<ZtLong[]> rank(new ZtLong[static_cast<std::size_t>(n)]);
-  for (ZtLong i = 0; i < n; ++i) rank[i] = i;
-  for (ZtLong i = 0; i + 1 < n; ++i) {
-    for (ZtLong j = i + 1; j < n; ++j) {
-      if (after(data[i], data[j])) {
-        ++rank[i];
-        --rank[j];
-      }
-    }
-  }
-  for (ZtLong i = 0; i < n; ++i) {
-    if (rank[i] == i) continue;
-    T v = std::move(data[i]);
-    ZtLong k = rank[i];
-    while (k != i) {
-      T w = std::move(data[k]);
-      data[k] = std::move(v);
-      const ZtLong next = rank[k];
-      rank[k] = k;
-      k = next;
-      v = std::move(w);
-    }
-    data[i] = std::move(v);
-    rank[i] = i;
-  }
 }
 
 // The library's bisection over a range sorted ascending. `at(i)` yields element i; `vAfter(e)` is
