@@ -267,7 +267,7 @@ std::vector<Op<W>> SequenceOps(std::vector<Op<W>> own) {
 
 // Sorts under an order that is not consistent (NaN, a comparator that lies) do not end yet; set
 // to false once every sort ends and keeps its elements whatever the order does.
-constexpr bool kAwaitingFixSortsEndOnInconsistentOrders = true;
+constexpr bool kAwaitingFixSortsEndOnInconsistentOrders = false;
 
 // An insertion or assignment whose element copy throws may leave default-made or stale elements
 // behind (the length grew first); set to false once such an operation leaves only elements it
@@ -276,7 +276,7 @@ constexpr bool kAwaitingFixThrowingCopiesMakeNoElement = true;
 
 // A copy constructor whose element copy throws leaks the buffer it allocated; set to false once
 // it frees it.
-constexpr bool kAwaitingFixCopyConstructionFreesOnThrow = true;
+constexpr bool kAwaitingFixCopyConstructionFreesOnThrow = false;
 
 /// What an Odd copy throws once the armed countdown runs out.
 struct CopyFailure {};
