@@ -93,7 +93,8 @@ struct World {
     for (int j = 0; j < 2; ++j) {
       A& x = *arrays[j];  // operator[] is a non-const member
       const Model& y = models[j];
-      Same(x.GetLength(), y.num), Same(x.GetUnitSize(), y.size), Same(x.GetBitSize(), y.num * y.size);
+      Same(x.GetLength(), y.num), Same(x.GetUnitSize(), y.size),
+          Same(x.GetBitSize(), y.num * y.size);
       Same(x.GetByteSize(), y.Bytes()), Same(ZtBitArray::BitToByte(y.num * y.size), y.Bytes());
       Same(x.IsValidIndex(y.num - 1), y.num > 0), Same(x.IsValidIndex(y.num), false);
       if constexpr (k2d) Same(x.GetRowNum(), y.rows), Same(x.GetColNum(), y.cols);
@@ -103,7 +104,8 @@ struct World {
         if constexpr (k2d) ZT_FUZZ_CHECK(want < 0 || x(i / y.cols, i % y.cols) == want);
       }
       for (ZtLong b = 0; b < y.num * y.size; ++b) {
-        ZT_FUZZ_CHECK(y.bits[static_cast<size_t>(b)] < 0 || x[b] == (y.bits[static_cast<size_t>(b)] == 1));
+        ZT_FUZZ_CHECK(y.bits[static_cast<size_t>(b)] < 0 ||
+                      x[b] == (y.bits[static_cast<size_t>(b)] == 1));
       }
       CheckFront(x, y);
     }

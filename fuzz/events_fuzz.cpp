@@ -68,7 +68,8 @@ struct ModelBus {
     Compact();
   }
   void Compact() {
-    if (depth == 0) registry.erase(std::remove(registry.begin(), registry.end(), -1), registry.end());
+    if (depth == 0)
+      registry.erase(std::remove(registry.begin(), registry.end(), -1), registry.end());
   }
   void Deliver(const Event& e) {
     ++depth;
@@ -94,13 +95,20 @@ struct ModelBus {
     log.emplace_back(r, Entry(kNames[e.name], e.data));
     const Step s = scripts->Next(r, calls[r], budget);
     switch (s.kind) {
-      case Step::kSend: return Deliver(Event{s.name, static_cast<std::uintptr_t>(r), s.type});
-      case Step::kPost: return queue.push_back(Event{s.name, static_cast<std::uintptr_t>(r), s.type});
-      case Step::kRegister: return Register(s.who);
-      case Step::kUnRegister: return UnRegister(s.who);
-      case Step::kProcess: return Process();
-      case Step::kThrow: throw Thrown{};
-      case Step::kNothing: return;
+      case Step::kSend:
+        return Deliver(Event{s.name, static_cast<std::uintptr_t>(r), s.type});
+      case Step::kPost:
+        return queue.push_back(Event{s.name, static_cast<std::uintptr_t>(r), s.type});
+      case Step::kRegister:
+        return Register(s.who);
+      case Step::kUnRegister:
+        return UnRegister(s.who);
+      case Step::kProcess:
+        return Process();
+      case Step::kThrow:
+        throw Thrown{};
+      case Step::kNothing:
+        return;
     }
   }
 };
@@ -161,13 +169,20 @@ struct World {
   void Act(int r, const Step& s) {
     const auto data = reinterpret_cast<void*>(static_cast<std::uintptr_t>(r));
     switch (s.kind) {
-      case Step::kSend: return ZtSendEvent(kNames[s.name], data, s.type);
-      case Step::kPost: return ZtPostEvent(kNames[s.name], data, s.type);
-      case Step::kRegister: return ZtRegisterReactor(&reactors[s.who]);
-      case Step::kUnRegister: return ZtUnRegisterReactor(&reactors[s.who]);
-      case Step::kProcess: return ZtProcessPostEvents();
-      case Step::kThrow: throw Thrown{};
-      case Step::kNothing: return;
+      case Step::kSend:
+        return ZtSendEvent(kNames[s.name], data, s.type);
+      case Step::kPost:
+        return ZtPostEvent(kNames[s.name], data, s.type);
+      case Step::kRegister:
+        return ZtRegisterReactor(&reactors[s.who]);
+      case Step::kUnRegister:
+        return ZtUnRegisterReactor(&reactors[s.who]);
+      case Step::kProcess:
+        return ZtProcessPostEvents();
+      case Step::kThrow:
+        throw Thrown{};
+      case Step::kNothing:
+        return;
     }
   }
 
@@ -199,7 +214,9 @@ const std::vector<zt::fuzz::Op<W>> kOps = {
     {"ZtSendEvent",
      [](W& w) {
        w.Both([&] { ZtSendEvent(kNames[w.name], reinterpret_cast<void*>(w.data), w.type); },
-              [&] { w.model.Deliver(Event{w.name, w.data, w.type}); });
+              [&] {
+                w.model.Deliver(Event{w.name, w.data, w.type});
+              });
      }},
     {"ZtPostEvent",
      [](W& w) {

@@ -19,7 +19,12 @@ struct Case {
 
 std::vector<Case> Cases() {
   return {
-      {"cursor out", [] { ZtDynArray<int> a; a.DelCur(); }, "ZtDynArray::DelCur: cursor -1 "},
+      {"cursor out",
+       [] {
+         ZtDynArray<int> a;
+         a.DelCur();
+       },
+       "ZtDynArray::DelCur: cursor -1 "},
   };
 }
 

@@ -50,10 +50,9 @@ ZT_API bool IsCheckedBuild();
 /// library already tests the condition to ignore the call:
 ///   if (!ZT_IN_CONTRACT(IsValidIndex(i), "Del", "ZtDynArray", "index", i)) return;
 #if defined(ZT_CHECKED) && ZT_CHECKED
-#define ZT_IN_CONTRACT(cond, op, cls, subject, value)                                         \
-  ((cond) ? true                                                                             \
-          : (::zt::ReportContractViolation((op), (cls), (subject),                           \
-                                           static_cast<long long>(value)),                    \
+#define ZT_IN_CONTRACT(cond, op, cls, subject, value)                                              \
+  ((cond) ? true                                                                                   \
+          : (::zt::ReportContractViolation((op), (cls), (subject), static_cast<long long>(value)), \
              false))
 #else
 #define ZT_IN_CONTRACT(cond, op, cls, subject, value) (cond)

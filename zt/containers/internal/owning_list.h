@@ -37,7 +37,7 @@ auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
 // ReAllocate. Comments inside a macro must be block comments.
 #define ZT_DETAIL_OWNING_LIST_MEMBERS(Class)                                                       \
  public:                                                                                           \
-  /* Deletes the object at the cursor, then unlinks its node: a destructor that looks at the  */ \
+  /* Deletes the object at the cursor, then unlinks its node: a destructor that looks at the  */   \
   /* list still finds its own place in it. */                                                      \
   void DelCur() override {                                                                         \
     if (this->IsOut()) return;                                                                     \
