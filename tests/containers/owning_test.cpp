@@ -296,6 +296,7 @@ TEST(Owning, ReadsObjectsOfAnAbstractClass) {
 TEST(PXList, ConstructionAndCopiesLeaveTheCursorWhereTheirStepsDo) {
   const ZtPXList<Tracked> made(5, 2);  // the owning growth keeps the cursor on -1
   const ZtXList<int> plain(5, 2);      // building the index ends on the last group start
+  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is under test
   const ZtPXList<Tracked> copy(made);  // the copy builds its own index
   ZtPXList<Tracked> assigned;
   assigned = made;

@@ -45,12 +45,7 @@ class ZtDynPArray : public ZtDynArray<T*>, public zt::detail::OwnsPointees {
   ZtDynPArray(ZtLong spaceSize = 0, ZtLong allocUnit = 10) : Base(spaceSize, allocUnit) {}
   /// A copy holding clones of src's objects, in the same order, empty slots kept.
   ZtDynPArray(const ZtDynPArray& src) : Base(), OwnsPointees() {
-    try {
-      this->DeepCopy(src);
-    } catch (...) {  // the destructor does not run for a constructor that throws
-      ReleaseAll();
-      throw;
-    }
+    zt::detail::owning::CopyConstruct(*this, src);
   }
   /// Deletes this array's objects, then holds clones of src's.
   ZtDynPArray& operator=(const ZtDynPArray& src) {

@@ -46,12 +46,7 @@ class ZtPDList : public ZtDList<T*>, public zt::detail::OwnsPointees {
   /// A copy holding clones of src's objects, in the same order, empty places kept.
   ZtPDList(const ZtPDList& src) : Base(), OwnsPointees() {
     this->m_head->data = nullptr;
-    try {
-      this->DeepCopy(src);
-    } catch (...) {  // the destructor does not run for a constructor that throws
-      ReleaseAll();
-      throw;
-    }
+    zt::detail::owning::CopyConstruct(*this, src);
   }
   /// Deletes this list's objects, then holds clones of src's.
   ZtPDList& operator=(const ZtPDList& src) {

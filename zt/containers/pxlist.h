@@ -36,12 +36,7 @@ class ZtPXList : public ZtXList<T*>, public zt::detail::OwnsPointees {
   ZtPXList(const ZtPXList& src)
       : Base(0, src.m_groupSize, src.m_groupIndex.GetAllocUnit()), OwnsPointees() {
     this->m_head->data = nullptr;
-    try {
-      this->DeepCopy(src);
-    } catch (...) {  // the destructor does not run for a constructor that throws
-      ReleaseAll();
-      throw;
-    }
+    zt::detail::owning::CopyConstruct(*this, src);
     this->m_groupIndex.Reset();
     this->UpdateGroup(0);
   }

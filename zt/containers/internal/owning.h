@@ -67,6 +67,18 @@ void ReleaseAll(Owning& s) {
   }
 }
 
+// The copy constructors' step: `dst`, built empty, receives clones of src's objects. When that
+// throws, dst deletes the clones it already holds, since its destructor will not run.
+template <class Owning>
+void CopyConstruct(Owning& dst, const Owning& src) {
+  try {
+    dst.DeepCopy(src);
+  } catch (...) {
+    dst.ReleaseAll();
+    throw;
+  }
+}
+
 // Hands the object at the cursor to the caller and removes its element through the container's
 // DelCur, which finds an empty place and deletes nothing. Null when the cursor is out.
 template <class T>
