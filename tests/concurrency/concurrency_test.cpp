@@ -34,6 +34,7 @@ TEST(Concurrency, ThreadsCopyAndClearTheirOwnTaskSets) {
   };
   std::vector<Counts> counts(kThreads);
   std::vector<std::thread> threads;
+  threads.reserve(kThreads);
   for (int t = 0; t < kThreads; ++t) {
     threads.emplace_back([&c = counts[static_cast<std::size_t>(t)]] {
       for (int round = 0; round < kRounds; ++round) {
