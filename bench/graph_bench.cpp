@@ -27,7 +27,8 @@ namespace {
 
 /// The side of the grid that gives about `edges` edges.
 int SideFor(std::int64_t edges) {
-  return static_cast<int>(std::lround((4 + std::sqrt(16.0 + 12.0 * (edges - 1))) / 6));
+  return static_cast<int>(
+      std::lround((4 + std::sqrt(16.0 + 12.0 * static_cast<double>(edges - 1))) / 6));
 }
 
 /// Calls join(x0, y0, x1, y1) for every edge of the grid of side s.
@@ -96,10 +97,11 @@ void FacesZt(benchmark::State& state) {
         g << points.back();
       }
     }
-    Grid(s, [&g, &points, s](int x0, int y0, int x1, int y1) {
-      g << new Edge(points[static_cast<std::size_t>(x0 * s + y0)],
-                    points[static_cast<std::size_t>(x1 * s + y1)]);
-    });
+    const auto at = [&points, s](int x, int y) {
+      return points[static_cast<std::size_t>(x) * static_cast<std::size_t>(s) +
+                    static_cast<std::size_t>(y)];
+    };
+    Grid(s, [&g, &at](int x0, int y0, int x1, int y1) { g << new Edge(at(x0, y0), at(x1, y1)); });
     // A walked side is marked on its arc: flag 1 for the side left from end 0, flag 2 from end 1.
     std::int64_t faces = 0;
     for (ZtLong i = 0; i < g.GetArcNum(); ++i) {

@@ -6,6 +6,7 @@
 // order, and the members and default arguments that must not exist.
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <type_traits>
 #include <vector>
 
@@ -64,9 +65,11 @@ struct PathProbe : ZtGraphPath {
 };
 struct PopulationProbe : GA_Population {
   bool Fields() const {
-    return std::is_same_v<decltype(&PopulationProbe::m_maxNum), ZtLong GA_Population::*> &&
-           std::is_same_v<decltype(&PopulationProbe::m_mutationRatio), ZtLong GA_Population::*> &&
-           std::is_same_v<decltype(&PopulationProbe::m_generation), ZtLong GA_Population::*> &&
+    using Long = ZtLong GA_Population::*;
+    return std::is_same_v<std::tuple<decltype(&PopulationProbe::m_maxNum),
+                                     decltype(&PopulationProbe::m_mutationRatio),
+                                     decltype(&PopulationProbe::m_generation)>,
+                          std::tuple<Long, Long, Long>> &&
            Ascending({&m_maxNum, &m_mutationRatio, &m_generation});
   }
 };

@@ -137,6 +137,7 @@ class ZtList : public ZtDynArrayBase<T> {
   void MoveToFirst() override { SetCursor(m_head->next, m_length > 0 ? 0 : -1); }
   /// One node on; from the last element the cursor wraps to -1, from -1 it reaches element 0.
   void MoveToNext() override {
+    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): the cursor node is never null
     m_curNode = m_curNode->next;
     m_cur = m_curNode == m_head ? -1 : m_cur + 1;
   }
