@@ -82,13 +82,14 @@ void StableSortPlain(T* first, T* last, bool ascending) {
   }
 }
 
-// True when rank[0..n) holds every index of [0, n) exactly once. Marks each index met by
-// complementing the entry it names (ranks are never negative), then removes the marks.
+// True when the ranks rank[0..n), each in [0, n), are all different. Every rank lies in [0, n):
+// rank i starts at i, gains at most one per later element and loses at most one per earlier one.
+// Marks each rank met by complementing the entry it names, then removes the marks.
 inline bool IsPermutation(ZtLong* rank, ZtLong n) {
   bool distinct = true;
   for (ZtLong i = 0; i < n; ++i) {
     const ZtLong r = rank[i] < 0 ? ~rank[i] : rank[i];
-    if (r >= n || rank[r] < 0) {
+    if (rank[r] < 0) {
       distinct = false;
     } else {
       rank[r] = ~rank[r];
