@@ -256,7 +256,6 @@ std::vector<Op<W>> SequenceOps(std::vector<Op<W>> own) {
   return own;
 }
 
-
 // ---- Elements whose order is inconsistent and whose copies throw ----
 
 // Sorts under an order that is not consistent (NaN, a comparator that lies) do not end yet; set
@@ -362,13 +361,16 @@ struct OddWorld {
   }
   double Value(int x) const { return x < 0 ? 0.0 : values[static_cast<size_t>(x)]; }
   bool HasNaN(int t) const {
-    return std::any_of(ids[t].begin(), ids[t].end(), [this](int x) { return Value(x) != Value(x); });
+    return std::any_of(ids[t].begin(), ids[t].end(),
+                       [this](int x) { return Value(x) != Value(x); });
   }
   /// Whether side t may hold elements it was not given (id -1): after a throw there, or copied
   /// from such a side. An owning container may keep empty places where clones failed; a plain
   /// one's default-made elements wait for the fix.
   bool MadeUp(int t) const {
-    const auto has = [](const std::vector<int>& v) { return std::count(v.begin(), v.end(), -1) > 0; };
+    const auto has = [](const std::vector<int>& v) {
+      return std::count(v.begin(), v.end(), -1) > 0;
+    };
     return (kOwning || kAwaitingFixThrowingCopiesMakeNoElement) &&
            (!known[t] || has(ids[0]) || has(ids[1]));
   }
@@ -408,37 +410,41 @@ struct OddWorld {
       std::vector<const Odd*> own;
       std::vector<int> got = Read(box[t], &own, MadeUp(t));
       if (known[t]) ZT_FUZZ_CHECK(Sorted(got) == Sorted(ids[t]));
-      for (int x : got) ZT_FUZZ_CHECK(MadeUp(t) || std::binary_search(allowed.begin(), allowed.end(), x));
+      for (int x : got)
+        ZT_FUZZ_CHECK(MadeUp(t) || std::binary_search(allowed.begin(), allowed.end(), x));
       std::vector<std::pair<int, const Odd*>> held;  // an element still there is the same object
       for (size_t e = 0; e < own.size(); ++e) {
         if (own[e] == nullptr) continue;
         held.emplace_back(got[e], own[e]), objects.push_back(own[e]);
-        const auto it = std::lower_bound(where[t].begin(), where[t].end(), std::make_pair(got[e], own[e]),
-                                         [](const auto& a, const auto& b) { return a.first < b.first; });
-        ZT_FUZZ_CHECK(!same[t] || it == where[t].end() || it->first != got[e] || it->second == own[e]);
+        const auto it =
+            std::lower_bound(where[t].begin(), where[t].end(), std::make_pair(got[e], own[e]),
+                             [](const auto& a, const auto& b) { return a.first < b.first; });
+        ZT_FUZZ_CHECK(!same[t] || it == where[t].end() || it->first != got[e] ||
+                      it->second == own[e]);
       }
-      std::sort(held.begin(), held.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+      std::sort(held.begin(), held.end(),
+                [](const auto& a, const auto& b) { return a.first < b.first; });
       ids[t] = got, where[t] = held, known[t] = same[t] = true;
     }
     if constexpr (kOwning) {  // every object held once and alive, and no other alive
       std::sort(objects.begin(), objects.end(), std::less<const Odd*>());
       ZT_FUZZ_CHECK(std::adjacent_find(objects.begin(), objects.end()) == objects.end());
       const std::set<const Odd*>& live = Odd::Live();
-      ZT_FUZZ_CHECK(live.size() == objects.size() && std::equal(objects.begin(), objects.end(), live.begin()));
+      ZT_FUZZ_CHECK(live.size() == objects.size() &&
+                    std::equal(objects.begin(), objects.end(), live.begin()));
     }
   }
 
   C box[2];
-  std::vector<int> ids[2];                  // the ids each holds, in the order last read
+  std::vector<int> ids[2];                           // the ids each holds, in the order last read
   std::vector<std::pair<int, const Odd*>> where[2];  // an owning container's objects by id
   bool known[2] = {true, true}, same[2] = {true, true};  // ids as the model says; same objects
-  std::vector<double> values;               // by id
+  std::vector<double> values;                            // by id
   int s = 0, id = 0;
   ZtLong n = 0, i = 0, j = 0, k = 0;
   bool flag = false;
   double v = 0;
 };
-
 
 /// The operations of an OddWorld, for arrays and lists alike.
 template <class C, bool kOwning, class W = OddWorld<C, kOwning>>
@@ -449,7 +455,9 @@ std::vector<Op<W>> OddOps() {
   };
   return {
       {"Append",
-       [](W& w) { w.Run(1 << w.s, [&] { w.box[w.s].Append(w.Make()), w.ids[w.s].push_back(w.id); }); }},
+       [](W& w) {
+         w.Run(1 << w.s, [&] { w.box[w.s].Append(w.Make()), w.ids[w.s].push_back(w.id); });
+       }},
       {"Insert",
        [](W& w) {
          w.Run(1 << w.s, [&] { w.box[w.s].Insert(w.j, w.Make()), w.ids[w.s].push_back(w.id); });
@@ -457,9 +465,7 @@ std::vector<Op<W>> OddOps() {
       {"Del",
        [](W& w) {
          if (w.n == 0) return;
-         w.Run(1 << w.s, [&] {
-           w.box[w.s].Del(w.i), w.ids[w.s].erase(w.ids[w.s].begin() + w.i);
-         });
+         w.Run(1 << w.s, [&] { w.box[w.s].Del(w.i), w.ids[w.s].erase(w.ids[w.s].begin() + w.i); });
        }},
       {"Sort",
        [](W& w) {
@@ -467,7 +473,8 @@ std::vector<Op<W>> OddOps() {
        }},
       {"Sort by a comparator",  // one that lies, or one that puts NaN last
        [](W& w) {
-         if (!mayHang(w, !w.flag)) w.Run(1 << w.s, [&] { w.box[w.s].Sort(w.flag ? Liar : NanLast); });
+         if (!mayHang(w, !w.flag))
+           w.Run(1 << w.s, [&] { w.box[w.s].Sort(w.flag ? Liar : NanLast); });
        }},
       {"SortInto",  // refused: the harness keeps the object
        [](W& w) {
@@ -505,7 +512,8 @@ std::vector<Op<W>> OddOps() {
        }},
       {"Move or Reverse",
        [](W& w) {
-         w.Run(1 << w.s, [&] { w.flag ? void(w.box[w.s].Move(w.i, w.j)) : w.box[w.s].Reverse(w.i, -1); });
+         w.Run(1 << w.s,
+               [&] { w.flag ? void(w.box[w.s].Move(w.i, w.j)) : w.box[w.s].Reverse(w.i, -1); });
        }},
       {"SetLength",  // shorter: the tail goes
        [](W& w) {

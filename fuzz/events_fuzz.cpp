@@ -50,6 +50,10 @@ struct Scripts {
   }
 };
 
+// Data pointers are addresses in this table; an event's data is the index.
+char g_data[256];
+void* Data(std::uintptr_t i) { return &g_data[i]; }
+
 std::wstring Entry(const wchar_t* name, std::uintptr_t data) {
   return std::wstring(name != nullptr ? name : L"") + L'#' + std::to_wstring(data);
 }
@@ -68,7 +72,8 @@ struct ModelBus {
     Compact();
   }
   void Compact() {
-    if (depth == 0) registry.erase(std::remove(registry.begin(), registry.end(), -1), registry.end());
+    if (depth == 0)
+      registry.erase(std::remove(registry.begin(), registry.end(), -1), registry.end());
   }
   void Deliver(const Event& e) {
     ++depth;
@@ -94,13 +99,20 @@ struct ModelBus {
     log.emplace_back(r, Entry(kNames[e.name], e.data));
     const Step s = scripts->Next(r, calls[r], budget);
     switch (s.kind) {
-      case Step::kSend: return Deliver(Event{s.name, static_cast<std::uintptr_t>(r), s.type});
-      case Step::kPost: return queue.push_back(Event{s.name, static_cast<std::uintptr_t>(r), s.type});
-      case Step::kRegister: return Register(s.who);
-      case Step::kUnRegister: return UnRegister(s.who);
-      case Step::kProcess: return Process();
-      case Step::kThrow: throw Thrown{};
-      case Step::kNothing: return;
+      case Step::kSend:
+        return Deliver(Event{s.name, static_cast<std::uintptr_t>(r), s.type});
+      case Step::kPost:
+        return queue.push_back(Event{s.name, static_cast<std::uintptr_t>(r), s.type});
+      case Step::kRegister:
+        return Register(s.who);
+      case Step::kUnRegister:
+        return UnRegister(s.who);
+      case Step::kProcess:
+        return Process();
+      case Step::kThrow:
+        throw Thrown{};
+      case Step::kNothing:
+        return;
     }
   }
 };
@@ -159,15 +171,22 @@ struct World {
     }
   }
   void Act(int r, const Step& s) {
-    const auto data = reinterpret_cast<void*>(static_cast<std::uintptr_t>(r));
+    void* const data = Data(static_cast<std::uintptr_t>(r));
     switch (s.kind) {
-      case Step::kSend: return ZtSendEvent(kNames[s.name], data, s.type);
-      case Step::kPost: return ZtPostEvent(kNames[s.name], data, s.type);
-      case Step::kRegister: return ZtRegisterReactor(&reactors[s.who]);
-      case Step::kUnRegister: return ZtUnRegisterReactor(&reactors[s.who]);
-      case Step::kProcess: return ZtProcessPostEvents();
-      case Step::kThrow: throw Thrown{};
-      case Step::kNothing: return;
+      case Step::kSend:
+        return ZtSendEvent(kNames[s.name], data, s.type);
+      case Step::kPost:
+        return ZtPostEvent(kNames[s.name], data, s.type);
+      case Step::kRegister:
+        return ZtRegisterReactor(&reactors[s.who]);
+      case Step::kUnRegister:
+        return ZtUnRegisterReactor(&reactors[s.who]);
+      case Step::kProcess:
+        return ZtProcessPostEvents();
+      case Step::kThrow:
+        throw Thrown{};
+      case Step::kNothing:
+        return;
     }
   }
 
@@ -185,7 +204,8 @@ struct World {
 
 void Reactor::React(const wchar_t* name, void* data) {
   World& w = *m_world;
-  w.lib.log.emplace_back(m_id, Entry(name, reinterpret_cast<std::uintptr_t>(data)));
+  const auto index = static_cast<std::uintptr_t>(static_cast<char*>(data) - g_data);
+  w.lib.log.emplace_back(m_id, Entry(name, index));
   w.Act(m_id, w.scripts.Next(m_id, w.lib.calls[m_id], w.lib.budget));
 }
 
@@ -198,12 +218,14 @@ const std::vector<zt::fuzz::Op<W>> kOps = {
     {"null reactors", [](W& /*w*/) { ZtRegisterReactor(nullptr), ZtUnRegisterReactor(nullptr); }},
     {"ZtSendEvent",
      [](W& w) {
-       w.Both([&] { ZtSendEvent(kNames[w.name], reinterpret_cast<void*>(w.data), w.type); },
-              [&] { w.model.Deliver(Event{w.name, w.data, w.type}); });
+       w.Both([&] { ZtSendEvent(kNames[w.name], Data(w.data), w.type); },
+              [&] {
+                w.model.Deliver(Event{w.name, w.data, w.type});
+              });
      }},
     {"ZtPostEvent",
      [](W& w) {
-       ZtPostEvent(kNames[w.name], reinterpret_cast<void*>(w.data), w.type);
+       ZtPostEvent(kNames[w.name], Data(w.data), w.type);
        w.model.queue.push_back(Event{w.name, w.data, w.type});
      }},
     {"ZtProcessPostEvents",

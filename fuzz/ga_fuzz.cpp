@@ -109,7 +109,8 @@ struct World {
     Same(pop->Generation(), generation), Same(pop->GetMaxNum(), limit);
     for (size_t k = 0; k < ms.size(); ++k) {
       const auto& x = static_cast<const Ind&>(pop->GetPData(static_cast<ZtLong>(k)));
-      Same(x.id, ms[k].id), Same(x.key, ms[k].key), Same(x.GetLength(), static_cast<ZtLong>(ms[k].genes.size()));
+      Same(x.id, ms[k].id), Same(x.key, ms[k].key),
+          Same(x.GetLength(), static_cast<ZtLong>(ms[k].genes.size()));
       for (size_t g = 0; g < ms[k].genes.size(); ++g) {
         const auto* gene = static_cast<const Gene*>(x.GetAt(static_cast<ZtLong>(g)));
         Same(gene != nullptr ? gene->v : -1, ms[k].genes[g]);
@@ -122,7 +123,8 @@ struct World {
   // The model of the population's calls.
   void Append(const Model& x) {
     const auto [found, at] = zt::fuzz::SortedPlace(
-        static_cast<ZtLong>(ms.size()), [&](ZtLong k) { return Less(x, ms[static_cast<size_t>(k)]); },
+        static_cast<ZtLong>(ms.size()),
+        [&](ZtLong k) { return Less(x, ms[static_cast<size_t>(k)]); },
         [&](ZtLong k) { return Less(ms[static_cast<size_t>(k)], x); });
     static_cast<void>(found);
     ms.insert(ms.begin() + at, x), cur = at;
@@ -136,11 +138,14 @@ struct World {
     for (Model& child : c) model.Line('N', a.id), child = Model{model.nextId++, 0, false, {}};
     if (a.barren) return 0;
     const ZtLong p1 = zt::platform::Rand15() % l, p2 = l == 1 ? 0 : (p1 + l / 2 - 1) % l;
-    const auto clone = [this](int v) { return v < 0 ? -1 : (model.Line('C', v), ClonesToNull(v) ? -1 : v); };
+    const auto clone = [this](int v) {
+      return v < 0 ? -1 : (model.Line('C', v), ClonesToNull(v) ? -1 : v);
+    };
     for (ZtLong k = 0; k < m; ++k) {
       const bool in = k < l && (p1 <= p2 ? p1 <= k && k <= p2 : k >= p1 || k <= p2);
-      const int from[2] = {(in ? b : a).genes[static_cast<size_t>(k)],
-                           k < l ? (in ? a : b).genes[static_cast<size_t>(k)] : a.genes[static_cast<size_t>(k)]};
+      const int from[2] = {
+          (in ? b : a).genes[static_cast<size_t>(k)],
+          k < l ? (in ? a : b).genes[static_cast<size_t>(k)] : a.genes[static_cast<size_t>(k)]};
       for (int h = 0; h < 2; ++h) c[h].genes.push_back(clone(from[h]));
     }
     for (Model& child : c) model.Line('I', child.id), child.key = KeyOf(child.genes);
@@ -159,7 +164,8 @@ struct World {
       model.Line('S', 0);
     }
     while (!ms.empty() && static_cast<ZtLong>(ms.size()) > maxNum) {  // stops when empty
-      const int counted = static_cast<int>(ms.size()) - (kAwaitingFixTrimDeletesAfterUnlinking ? 1 : 0);
+      const int counted =
+          static_cast<int>(ms.size()) - (kAwaitingFixTrimDeletesAfterUnlinking ? 1 : 0);
       model.Line('D', ms.back().id, counted), ms.pop_back();
       cur = static_cast<ZtLong>(ms.size()) - 1;
     }
@@ -198,6 +204,7 @@ GA_Individual* Ind::New() const {
 void Ind::Initialize() {
   w->lib.Line('I', id);
   std::vector<int> genes;
+  genes.reserve(static_cast<size_t>(GetLength()));
   for (ZtLong k = 0; k < GetLength(); ++k) {
     genes.push_back(GetAt(k) != nullptr ? static_cast<const Gene*>(GetAt(k))->v : -1);
   }

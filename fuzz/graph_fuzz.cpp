@@ -336,14 +336,17 @@ struct World {
   void Check() {
     Same(graph->GetNodeNum(), static_cast<ZtLong>(nodes.size()));
     Same(graph->GetArcNum(), static_cast<ZtLong>(arcs.size()));
-    for (size_t k = 0; k < nodes.size(); ++k) ZT_FUZZ_CHECK((*graph)[static_cast<ZtLong>(k)] == ln[nodes[k]]);
-    for (size_t k = 0; k < arcs.size(); ++k) ZT_FUZZ_CHECK((*graph)(static_cast<ZtLong>(k)) == la[arcs[k]]);
+    for (size_t k = 0; k < nodes.size(); ++k)
+      ZT_FUZZ_CHECK((*graph)[static_cast<ZtLong>(k)] == ln[nodes[k]]);
+    for (size_t k = 0; k < arcs.size(); ++k)
+      ZT_FUZZ_CHECK((*graph)(static_cast<ZtLong>(k)) == la[arcs[k]]);
     for (size_t n = 0; n < mn.size(); ++n) {
       Same(!dead.count(static_cast<int>(n)), mn[n].live);
       if (!mn[n].live) continue;
       const auto& ring = mn[n].ring;
       Same(ln[n]->GetArcNum(), static_cast<ZtLong>(ring.size()));
-      for (size_t k = 0; k < ring.size(); ++k) ZT_FUZZ_CHECK(ln[n]->GetArc(static_cast<ZtLong>(k)) == la[ring[k]]);
+      for (size_t k = 0; k < ring.size(); ++k)
+        ZT_FUZZ_CHECK(ln[n]->GetArc(static_cast<ZtLong>(k)) == la[ring[k]]);
     }
     for (size_t a = 0; a < ma.size(); ++a) {
       Same(!dead.count(-1 - static_cast<int>(a)), ma[a].live);
@@ -379,9 +382,7 @@ void Node::operator delete(void* p) {
 #endif
   g_world->buried.push_back(p);
 }
-View Arc::Look() const {
-  return View{key, {g_world->IdOf(m_ends[0]), g_world->IdOf(m_ends[1])}};
-}
+View Arc::Look() const { return View{key, {g_world->IdOf(m_ends[0]), g_world->IdOf(m_ends[1])}}; }
 int Arc::CmpArc(const ZtGraphArc& o) const {
   return g_world->ArcOrder(Look(), static_cast<const Arc&>(o).Look(), g_world->IdOf(Node::Start()));
 }
@@ -424,7 +425,8 @@ const std::vector<zt::fuzz::Op<W>> kOps = {
     {"operator<< arc",  // a fresh or harness-owned arc, or one of the graph's at its place
      [](W& w) {
        int a = w.a1;
-       if (!w.LiveArc(a) || w.pick % 2) a = w.NewArc(w.key, w.Live(w.n1) ? w.n1 : -1, w.Live(w.n2) ? w.n2 : -1);
+       if (!w.LiveArc(a) || w.pick % 2)
+         a = w.NewArc(w.key, w.Live(w.n1) ? w.n1 : -1, w.Live(w.n2) ? w.n2 : -1);
        if (a < 0) return;
        const auto [found, place] = w.FindArc(w.ma[a].key);
        if (W::InList(w.arcs, a) && !(found && w.arcs[place] == a)) return;
@@ -464,11 +466,13 @@ const std::vector<zt::fuzz::Op<W>> kOps = {
        ZtDynArray<ZtGraphArc*> removed;
        std::vector<int> want;
        const bool collect = w.pick % 3 == 0;
-       const ZtLong got = byFind && n >= 0 ? w.graph->CheckNode(w.ln[n], collect ? &removed : nullptr)
-                                           : w.graph->CheckNode(w.i, collect ? &removed : nullptr);
+       const ZtLong got = byFind && n >= 0
+                              ? w.graph->CheckNode(w.ln[n], collect ? &removed : nullptr)
+                              : w.graph->CheckNode(w.i, collect ? &removed : nullptr);
        Same(got, w.CheckNode(i, collect ? &want : nullptr));
        Same(removed.GetLength(), static_cast<ZtLong>(want.size()));
-       for (size_t k = 0; k < want.size(); ++k) ZT_FUZZ_CHECK(removed[static_cast<ZtLong>(k)] == w.la[want[k]]);
+       for (size_t k = 0; k < want.size(); ++k)
+         ZT_FUZZ_CHECK(removed[static_cast<ZtLong>(k)] == w.la[want[k]]);
      }},
     {"CheckArc",
      [](W& w) {
@@ -523,7 +527,9 @@ const std::vector<zt::fuzz::Op<W>> kOps = {
      }},
     {"SetNode",
      [](W& w) {
-       if (w.LiveArc(w.a1)) w.la[w.a1]->SetNode(w.pick % 2, w.N(w.Live(w.n1) ? w.n1 : -1)), w.ma[w.a1].end[w.pick % 2] = w.Live(w.n1) ? w.n1 : -1;
+       if (w.LiveArc(w.a1))
+         w.la[w.a1]->SetNode(w.pick % 2, w.N(w.Live(w.n1) ? w.n1 : -1)),
+             w.ma[w.a1].end[w.pick % 2] = w.Live(w.n1) ? w.n1 : -1;
      }},
     {"AppendArc or RemoveArc",
      [](W& w) {
