@@ -7,6 +7,7 @@
 // harness or owns it; it owns every buffer it allocates itself, and the sanitizers catch a
 // borrowed buffer freed or an owned one leaked. The first byte picks the class.
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <deque>
 #include <memory>
@@ -19,6 +20,8 @@ namespace {
 using zt::fuzz::Input;
 using zt::fuzz::Same;
 
+size_t Count(ZtLong n) { return static_cast<size_t>(n); }
+
 // The bits of one array's buffer: 0, 1 or -1 (unknown), GetByteSize() * 8 of them.
 struct Model {
   ZtLong size = 1, num = 0, rows = 0, cols = 0;
@@ -26,11 +29,11 @@ struct Model {
   std::vector<int> bits;
 
   ZtLong Bytes() const { return (num * size + 7) / 8; }
-  void Resize(ZtLong n, int fill) { num = n, bits.resize(static_cast<size_t>(Bytes() * 8), fill); }
+  void Resize(ZtLong n, int fill) { num = n, bits.resize(Count(Bytes() * 8), fill); }
   void Fill(int v) { std::fill(bits.begin(), bits.end(), v); }
   void Or(ZtLong unit, int v) {
     for (ZtLong k = 0; k < size; ++k) {
-      if ((v >> k & 1) != 0) bits[static_cast<size_t>(unit * size + k)] = 1;
+      if ((v >> k & 1) != 0) bits[Count(unit * size + k)] = 1;
     }
   }
   // The value of `n` bits from bit `at`, or -1 when one of them is unknown.
@@ -115,10 +118,12 @@ struct World {
     const long long c = y.Read(0, 8), i = y.Read(0, 32), lo = y.Read(0, 32), hi = y.Read(32, 32);
     ZT_FUZZ_CHECK(c < 0 || static_cast<unsigned char>(static_cast<char>(x)) == c);
     ZT_FUZZ_CHECK(i < 0 || static_cast<unsigned>(static_cast<int>(x)) == i);
-    const auto same = [](auto got, unsigned long long pattern) {
+    const auto same = [](auto got, unsigned long long pattern) {  // bit for bit, or both NaN
+      using Bits = std::conditional_t<sizeof got == 4, std::uint32_t, std::uint64_t>;
+      Bits bits = 0;
       decltype(got) want;
-      std::memcpy(&want, &pattern, sizeof want);
-      return std::isnan(got) ? std::isnan(want) : std::memcmp(&got, &want, sizeof got) == 0;
+      std::memcpy(&bits, &got, sizeof got), std::memcpy(&want, &pattern, sizeof want);
+      return std::isnan(got) ? std::isnan(want) : bits == static_cast<Bits>(pattern);
     };
     ZT_FUZZ_CHECK(i < 0 || same(static_cast<float>(x), static_cast<unsigned long long>(i)));
     ZT_FUZZ_CHECK(lo < 0 || hi < 0 ||
@@ -198,15 +203,15 @@ std::vector<zt::fuzz::Op<W>> Ops() {
          [](W& w) {
            w.a->SetUnitSize(w.size);
            w.m->num = w.m->num * w.m->size / w.size, w.m->size = w.size;
-           w.m->bits.resize(static_cast<size_t>(w.m->Bytes() * 8));
+           w.m->bits.resize(Count(w.m->Bytes() * 8));
          }},
         {"Attach",  // an owning array adopts a new[] buffer, a borrowing one borrows
          [](W& w) {
            char* p = w.Buffer(*w.in_, w.bytes, w.m->own);
            w.a->Attach(w.bytes, p);
-           w.m->bits.assign(static_cast<size_t>(w.bytes * 8), 0), w.m->Load(p, w.bytes);
+           w.m->bits.assign(Count(w.bytes * 8), 0), w.m->Load(p, w.bytes);
            w.m->num = w.bytes * 8 / w.m->size;
-           w.m->bits.resize(static_cast<size_t>(w.m->Bytes() * 8));
+           w.m->bits.resize(Count(w.m->Bytes() * 8));
          }},
         {"Detach",
          [](W& w) {

@@ -50,8 +50,34 @@ struct Scripts {
   }
 };
 
+// Data pointers are addresses in this table; an event's data is the index.
+char g_data[256];
+void* Data(std::uintptr_t i) { return &g_data[i]; }
+
 std::wstring Entry(const wchar_t* name, std::uintptr_t data) {
   return std::wstring(name != nullptr ? name : L"") + L'#' + std::to_wstring(data);
+}
+
+// Reactor r takes step s on a bus: the library's or the model's.
+template <class Bus>
+void Take(Bus& bus, int r, const Step& s) {
+  const auto data = static_cast<std::uintptr_t>(r);
+  switch (s.kind) {
+    case Step::kSend:
+      return bus.Send(s.name, data, s.type);
+    case Step::kPost:
+      return bus.Post(s.name, data, s.type);
+    case Step::kRegister:
+      return bus.Register(s.who);
+    case Step::kUnRegister:
+      return bus.UnRegister(s.who);
+    case Step::kProcess:
+      return bus.Process();
+    case Step::kThrow:
+      throw Thrown{};
+    case Step::kNothing:
+      return;
+  }
 }
 
 // The bus as the model sees it.
@@ -93,23 +119,11 @@ struct ModelBus {
   }
   void React(int r, const Event& e) {
     log.emplace_back(r, Entry(kNames[e.name], e.data));
-    const Step s = scripts->Next(r, calls[r], budget);
-    switch (s.kind) {
-      case Step::kSend:
-        return Deliver(Event{s.name, static_cast<std::uintptr_t>(r), s.type});
-      case Step::kPost:
-        return queue.push_back(Event{s.name, static_cast<std::uintptr_t>(r), s.type});
-      case Step::kRegister:
-        return Register(s.who);
-      case Step::kUnRegister:
-        return UnRegister(s.who);
-      case Step::kProcess:
-        return Process();
-      case Step::kThrow:
-        throw Thrown{};
-      case Step::kNothing:
-        return;
-    }
+    Take(*this, r, scripts->Next(r, calls[r], budget));
+  }
+  void Send(int name, std::uintptr_t data, unsigned type) { Deliver(Event{name, data, type}); }
+  void Post(int name, std::uintptr_t data, unsigned type) {
+    queue.push_back(Event{name, data, type});
   }
 };
 
@@ -166,25 +180,16 @@ struct World {
       ZT_FUZZ_CHECK(thrown);
     }
   }
-  void Act(int r, const Step& s) {
-    const auto data = reinterpret_cast<void*>(static_cast<std::uintptr_t>(r));
-    switch (s.kind) {
-      case Step::kSend:
-        return ZtSendEvent(kNames[s.name], data, s.type);
-      case Step::kPost:
-        return ZtPostEvent(kNames[s.name], data, s.type);
-      case Step::kRegister:
-        return ZtRegisterReactor(&reactors[s.who]);
-      case Step::kUnRegister:
-        return ZtUnRegisterReactor(&reactors[s.who]);
-      case Step::kProcess:
-        return ZtProcessPostEvents();
-      case Step::kThrow:
-        throw Thrown{};
-      case Step::kNothing:
-        return;
-    }
+  // The library's bus, as Take sees it.
+  void Send(int name, std::uintptr_t data, unsigned type) {
+    ZtSendEvent(kNames[name], Data(data), type);
   }
+  void Post(int name, std::uintptr_t data, unsigned type) {
+    ZtPostEvent(kNames[name], Data(data), type);
+  }
+  void Register(int r) { ZtRegisterReactor(&reactors[r]); }
+  void UnRegister(int r) { ZtUnRegisterReactor(&reactors[r]); }
+  static void Process() { ZtProcessPostEvents(); }
 
   Scripts scripts;
   Reactor reactors[kReactors];
@@ -200,8 +205,9 @@ struct World {
 
 void Reactor::React(const wchar_t* name, void* data) {
   World& w = *m_world;
-  w.lib.log.emplace_back(m_id, Entry(name, reinterpret_cast<std::uintptr_t>(data)));
-  w.Act(m_id, w.scripts.Next(m_id, w.lib.calls[m_id], w.lib.budget));
+  const auto index = static_cast<std::uintptr_t>(static_cast<char*>(data) - g_data);
+  w.lib.log.emplace_back(m_id, Entry(name, index));
+  Take(w, m_id, w.scripts.Next(m_id, w.lib.calls[m_id], w.lib.budget));
 }
 
 using W = World;
@@ -213,16 +219,11 @@ const std::vector<zt::fuzz::Op<W>> kOps = {
     {"null reactors", [](W& /*w*/) { ZtRegisterReactor(nullptr), ZtUnRegisterReactor(nullptr); }},
     {"ZtSendEvent",
      [](W& w) {
-       w.Both([&] { ZtSendEvent(kNames[w.name], reinterpret_cast<void*>(w.data), w.type); },
-              [&] {
-                w.model.Deliver(Event{w.name, w.data, w.type});
-              });
+       w.Both([&] { w.Send(w.name, w.data, w.type); },
+              [&] { w.model.Send(w.name, w.data, w.type); });
      }},
     {"ZtPostEvent",
-     [](W& w) {
-       ZtPostEvent(kNames[w.name], reinterpret_cast<void*>(w.data), w.type);
-       w.model.queue.push_back(Event{w.name, w.data, w.type});
-     }},
+     [](W& w) { w.Post(w.name, w.data, w.type), w.model.Post(w.name, w.data, w.type); }},
     {"ZtProcessPostEvents",
      [](W& w) { w.Both([] { ZtProcessPostEvents(); }, [&] { w.model.Process(); }); }},
     {"copy a reactor's mask",  // the registration is not copied

@@ -204,6 +204,7 @@ GA_Individual* Ind::New() const {
 void Ind::Initialize() {
   w->lib.Line('I', id);
   std::vector<int> genes;
+  genes.reserve(static_cast<size_t>(GetLength()));
   for (ZtLong k = 0; k < GetLength(); ++k) {
     genes.push_back(GetAt(k) != nullptr ? static_cast<const Gene*>(GetAt(k))->v : -1);
   }

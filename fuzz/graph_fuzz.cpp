@@ -199,6 +199,12 @@ struct World {
         static_cast<ZtLong>(arcs.size()), [&](ZtLong k) { return key < ma[arcs[k]].key; },
         [&](ZtLong k) { return key > ma[arcs[k]].key; });
   }
+  bool Ascending() const {
+    for (size_t k = 1; k < nodes.size(); ++k) {
+      if (mn[nodes[k - 1]].key >= mn[nodes[k]].key) return false;
+    }
+    return true;
+  }
   // Whether adding an object the graph holds would meet that very object.
   bool Findable(int n) const {
     const auto [found, at] = FindNode(mn[n].key);
@@ -402,10 +408,13 @@ Arc::~Arc() {
 
 using W = World;
 
-// A node for an end: fresh, present (loose or in the graph) or none.
+// A node for an end: fresh, present (loose or in the graph) or none. A node of the graph only
+// while the keys strictly ascend: otherwise adding the other end first may leave it where the
+// search no longer meets it, and it would be taken for a duplicate of itself.
 int EndNode(W& w, int choice, int present) {
   if (choice == 0) return -1;
-  if (choice == 1 && w.Live(present) && w.Findable(present)) return present;
+  const bool held = W::InList(w.nodes, present);
+  if (choice == 1 && w.Live(present) && (!held || w.Ascending())) return present;
   return w.NewNode(w.key, w.at);
 }
 

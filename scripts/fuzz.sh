@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds the libFuzzer targets (clang, AddressSanitizer, UndefinedBehaviorSanitizer) and runs each
-# for the given number of seconds (default 60), starting from its seed corpus in fuzz/corpus/.
+# Builds the libFuzzer targets (clang, AddressSanitizer, UndefinedBehaviorSanitizer) and runs every
+# one (fuzz/*_fuzz.cpp) for the given number of seconds (default 60), starting from its seed corpus
+# in fuzz/corpus/.
 # New inputs go to build/fuzz/corpus/<target>/, failing ones to build/fuzz/crashes/.
 #   scripts/fuzz.sh [seconds]
 set -euo pipefail
@@ -13,10 +14,11 @@ cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz
 mkdir -p build/fuzz/crashes
 status=0
-for target in array_fuzz list_fuzz string_fuzz stream_fuzz text_fuzz; do
+for source in fuzz/*_fuzz.cpp; do
+  target=$(basename "$source" .cpp)
   mkdir -p "build/fuzz/corpus/$target"
   echo "== $target: ${seconds}s"
-  if ! build/fuzz/fuzz/$target -max_total_time="$seconds" -max_len=512 -print_final_stats=1 \
+  if ! build/fuzz/fuzz/$target -max_total_time="$seconds" -max_len=512 -timeout=10 -print_final_stats=1 \
       -artifact_prefix=build/fuzz/crashes/$target- "build/fuzz/corpus/$target" \
       "fuzz/corpus/$target" 2>build/fuzz/$target.log; then
     status=1

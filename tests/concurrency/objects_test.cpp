@@ -1,4 +1,4 @@
-// tests/concurrency/concurrency_test.cpp
+// tests/concurrency/objects_test.cpp
 //
 // Distinct objects on distinct threads: four threads each build and work their own containers,
 // strings, streams, bit arrays, graph, population and task sets, copies included, and each must
