@@ -30,8 +30,11 @@ static_assert(sizeof(ZtLong) == 4, "ZtLong must be 32 bits wide");
 #endif
 
 // ZT_NOINLINE keeps a function out of line. Rare paths (growth) use it, so that the loops that
-// inline their callers keep their values in registers.
-#if defined(_MSC_VER) && !defined(__clang__)
+// inline their callers keep their values in registers. The static analyzer, which does not look
+// into such a function, sees it inline.
+#if defined(__clang_analyzer__)
+#define ZT_NOINLINE
+#elif defined(_MSC_VER) && !defined(__clang__)
 #define ZT_NOINLINE __declspec(noinline)
 #else
 #define ZT_NOINLINE __attribute__((noinline))
