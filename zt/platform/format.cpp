@@ -69,7 +69,7 @@ class Sink {
 
 enum class Size { kNone, kHH, kH, kL, kLL, kBigL, kW, kI, kI32, kI64, kZ, kJ, kT };
 
-struct Spec {
+struct Field {
   bool left = false;
   bool plus = false;
   bool space = false;
@@ -96,18 +96,18 @@ int ReadNumber(const Ch*& f) {
 
 // Reads one specification after its '%'. False when the specification is unknown or cut short.
 template <class Ch>
-bool ReadSpec(const Ch*& f, Arguments& args, Spec& spec) {
+bool ReadField(const Ch*& f, Arguments& args, Field& field) {
   for (;; ++f) {
     if (*f == '-') {
-      spec.left = true;
+      field.left = true;
     } else if (*f == '+') {
-      spec.plus = true;
+      field.plus = true;
     } else if (*f == ' ') {
-      spec.space = true;
+      field.space = true;
     } else if (*f == '#') {
-      spec.alternate = true;
+      field.alternate = true;
     } else if (*f == '0') {
-      spec.zero = true;
+      field.zero = true;
     } else {
       break;
     }
@@ -115,34 +115,34 @@ bool ReadSpec(const Ch*& f, Arguments& args, Spec& spec) {
   if (*f == '*') {
     ++f;
     const long long w = args.Next<int>();
-    spec.left = spec.left || w < 0;
-    spec.width = w < 0 ? -w : w;
+    field.left = field.left || w < 0;
+    field.width = w < 0 ? -w : w;
   } else {
-    spec.width = ReadNumber(f);
+    field.width = ReadNumber(f);
   }
   if (*f == '.') {
     ++f;
     if (*f == '*') {
       ++f;
-      spec.precision = std::max(args.Next<int>(), -1);
+      field.precision = std::max(args.Next<int>(), -1);
     } else {
-      spec.precision = ReadNumber(f);
+      field.precision = ReadNumber(f);
     }
   }
   const Ch c = *f;
   if (c == 'h' || c == 'l') {
     const bool twice = f[1] == c;
-    spec.size = c == 'h' ? (twice ? Size::kHH : Size::kH) : (twice ? Size::kLL : Size::kL);
+    field.size = c == 'h' ? (twice ? Size::kHH : Size::kH) : (twice ? Size::kLL : Size::kL);
     f += twice ? 2 : 1;
   } else if (c == 'I' && f[1] == '6' && f[2] == '4') {
-    spec.size = Size::kI64;
+    field.size = Size::kI64;
     f += 3;
   } else if (c == 'I' && f[1] == '3' && f[2] == '2') {
-    spec.size = Size::kI32;
+    field.size = Size::kI32;
     f += 3;
   } else if (c == 'I' || c == 'L' || c == 'w' || c == 'z' || c == 'j' || c == 't') {
     const Size sizes[] = {Size::kI, Size::kBigL, Size::kW, Size::kZ, Size::kJ, Size::kT};
-    spec.size = sizes[std::strchr("ILwzjt", static_cast<char>(c)) - "ILwzjt"];
+    field.size = sizes[std::strchr("ILwzjt", static_cast<char>(c)) - "ILwzjt"];
     ++f;
   }
   const Ch conversion = *f;
@@ -150,7 +150,7 @@ bool ReadSpec(const Ch*& f, Arguments& args, Spec& spec) {
       std::strchr("diuoxXcCsSeEfFgGaAp%", static_cast<char>(conversion)) == nullptr) {
     return false;  // also %n, %Z and the end of the format
   }
-  spec.conversion = static_cast<char>(conversion);
+  field.conversion = static_cast<char>(conversion);
   ++f;
   return true;
 }
@@ -158,39 +158,39 @@ bool ReadSpec(const Ch*& f, Arguments& args, Spec& spec) {
 // Writes one field: padding, the prefix (sign, 0x), the precision's zeros, the body and the
 // padding of a left-justified field. `zero_pad` says whether the 0 flag applies.
 template <class Ch, class Unit>
-void Field(Sink<Ch>& out, const Spec& spec, const char* prefix, const Unit* body, long long n,
+void Field(Sink<Ch>& out, const Field& field, const char* prefix, const Unit* body, long long n,
            long long zeros = 0, bool zero_pad = true) {
   const auto prefix_length = static_cast<long long>(std::strlen(prefix));
-  const long long padding = spec.width - prefix_length - zeros - n;
-  const bool zeros_pad = zero_pad && spec.zero && !spec.left;
-  if (!spec.left && !zeros_pad) out.Repeat(' ', padding);
+  const long long padding = field.width - prefix_length - zeros - n;
+  const bool zeros_pad = zero_pad && field.zero && !field.left;
+  if (!field.left && !zeros_pad) out.Repeat(' ', padding);
   out.Write(prefix, prefix_length);
   if (zeros_pad) out.Repeat('0', padding);
   out.Repeat('0', zeros);
   out.Write(body, n);
-  if (spec.left) out.Repeat(' ', padding);
+  if (field.left) out.Repeat(' ', padding);
 }
 
-const char* SignPrefix(const Spec& spec, bool negative) {
+const char* SignPrefix(const Field& field, bool negative) {
   if (negative) return "-";
-  if (spec.plus) return "+";
-  return spec.space ? " " : "";
+  if (field.plus) return "+";
+  return field.space ? " " : "";
 }
 
 // ---- integers ----
 
 template <class Ch>
-void PrintInteger(Sink<Ch>& out, Spec spec, Arguments& args) {
-  const char c = spec.conversion;
+void PrintInteger(Sink<Ch>& out, Field field, Arguments& args) {
+  const char c = field.conversion;
   const bool is_signed = c == 'd' || c == 'i';
   unsigned long long magnitude = 0;
   bool negative = false;
   if (c == 'p') {
     magnitude = reinterpret_cast<std::uintptr_t>(args.Next<void*>());
-    spec.precision = static_cast<int>(2 * sizeof(void*));
+    field.precision = static_cast<int>(2 * sizeof(void*));
   } else {
     long long v = 0;  // the argument, sign-extended when signed, zero-extended when not
-    switch (spec.size) {
+    switch (field.size) {
       case Size::kLL:
       case Size::kI64:
       case Size::kJ:
@@ -235,12 +235,12 @@ void PrintInteger(Sink<Ch>& out, Spec spec, Arguments& args) {
   int n = sizeof(digits);
   for (unsigned long long m = magnitude; m != 0; m /= radix) digits[--n] = digit_set[m % radix];
   const long long count = static_cast<long long>(sizeof(digits)) - n;
-  long long zeros = std::max(spec.precision < 0 ? 1 : spec.precision, 0) - count;
+  long long zeros = std::max(field.precision < 0 ? 1 : field.precision, 0) - count;
   if (zeros < 0) zeros = 0;
-  if (c == 'o' && spec.alternate && zeros == 0) zeros = 1;  // the digits never start with 0
-  const char* prefix = is_signed ? SignPrefix(spec, negative) : "";
-  if (radix == 16 && spec.alternate && magnitude != 0) prefix = c == 'x' ? "0x" : "0X";
-  Field(out, spec, prefix, digits + n, count, zeros, spec.precision < 0);
+  if (c == 'o' && field.alternate && zeros == 0) zeros = 1;  // the digits never start with 0
+  const char* prefix = is_signed ? SignPrefix(field, negative) : "";
+  if (radix == 16 && field.alternate && magnitude != 0) prefix = c == 'x' ? "0x" : "0X";
+  Field(out, field, prefix, digits + n, count, zeros, field.precision < 0);
 }
 
 // ---- reals ----
@@ -334,19 +334,19 @@ std::size_t DecimalReal(char* s, double v, char c, int precision, bool alternate
 }
 
 template <class Ch>
-void PrintReal(Sink<Ch>& out, Spec spec, Arguments& args) {
+void PrintReal(Sink<Ch>& out, Field field, Arguments& args) {
   const double v = args.Next<double>();
   const std::uint64_t bits = Bits(v);
   const bool negative = (bits >> 63) != 0;
   const std::uint64_t magnitude_bits = bits & ~(std::uint64_t{1} << 63);
   const std::uint64_t fraction = bits & ((std::uint64_t{1} << 52) - 1);
-  const char c = spec.conversion;
+  const char c = field.conversion;
   const bool upper = c >= 'A' && c <= 'Z';
   char text[kRealRoom];
   std::size_t n = 0;
   char prefix[4] = {};  // the sign, then 0x for the hex form
   std::size_t prefix_length = 0;
-  if (const char* sign = SignPrefix(spec, negative); *sign != 0) prefix[prefix_length++] = *sign;
+  if (const char* sign = SignPrefix(field, negative); *sign != 0) prefix[prefix_length++] = *sign;
   bool finite = true;
   if ((magnitude_bits >> 52) == 0x7FF) {
     finite = false;
@@ -360,7 +360,8 @@ void PrintReal(Sink<Ch>& out, Spec spec, Arguments& args) {
     std::memcpy(text, word, n);
   } else if (c == 'a' || c == 'A') {
     n = HexReal(text, magnitude_bits,
-                spec.precision < 0 ? 13 : std::min(spec.precision, kPrecisionCap), spec.alternate);
+                field.precision < 0 ? 13 : std::min(field.precision, kPrecisionCap),
+                field.alternate);
     prefix[prefix_length++] = '0';
     prefix[prefix_length++] = 'x';
   } else {
@@ -368,14 +369,14 @@ void PrintReal(Sink<Ch>& out, Spec spec, Arguments& args) {
     std::memcpy(&magnitude, &magnitude_bits, sizeof magnitude);
     const char lower = static_cast<char>(upper ? c - 'A' + 'a' : c);
     n = DecimalReal(text, magnitude, lower,
-                    spec.precision < 0 ? 6 : std::min(spec.precision, kPrecisionCap),
-                    spec.alternate);
+                    field.precision < 0 ? 6 : std::min(field.precision, kPrecisionCap),
+                    field.alternate);
   }
   if (upper) {
     ToUpper(text, n);
     ToUpper(prefix, prefix_length);
   }
-  Field(out, spec, prefix, text, static_cast<long long>(n), 0, finite);
+  Field(out, field, prefix, text, static_cast<long long>(n), 0, finite);
 }
 
 // ---- texts and characters ----
@@ -401,25 +402,25 @@ auto Convert(const From* s, std::size_t n) {
 
 // Prints `n` units of the text `s` of width Arg, converted when that is not the output's.
 template <class Ch, class Arg>
-void PrintText(Sink<Ch>& out, const Spec& spec, const Arg* s, std::size_t n) {
+void PrintText(Sink<Ch>& out, const Field& field, const Arg* s, std::size_t n) {
   if constexpr (std::is_same_v<Ch, Arg>) {
-    Field(out, spec, "", s, static_cast<long long>(n));
+    Field(out, field, "", s, static_cast<long long>(n));
   } else {
     const auto converted = Convert(s, n);
-    Field(out, spec, "", converted.data(), static_cast<long long>(converted.size()));
+    Field(out, field, "", converted.data(), static_cast<long long>(converted.size()));
   }
 }
 
 template <class Ch, class Arg>
-void PrintTextArgument(Sink<Ch>& out, const Spec& spec, Arguments& args) {
-  if (spec.conversion == 'c' || spec.conversion == 'C') {
+void PrintTextArgument(Sink<Ch>& out, const Field& field, Arguments& args) {
+  if (field.conversion == 'c' || field.conversion == 'C') {
     const auto c = static_cast<Arg>(args.Next<int>());
     if (c == 0) {  // printed as one character, whatever the widths; it ends the terminated view
       const Ch zero = 0;
-      Field(out, spec, "", &zero, 1);
+      Field(out, field, "", &zero, 1);
       return;
     }
-    PrintText(out, spec, &c, 1);
+    PrintText(out, field, &c, 1);
     return;
   }
   const Arg* s = args.Next<const Arg*>();
@@ -429,21 +430,21 @@ void PrintTextArgument(Sink<Ch>& out, const Spec& spec, Arguments& args) {
   }
   std::size_t n = 0;
   const std::size_t limit =
-      spec.precision < 0 ? SIZE_MAX : static_cast<std::size_t>(spec.precision);
+      field.precision < 0 ? SIZE_MAX : static_cast<std::size_t>(field.precision);
   while (n < limit && s[n] != 0) ++n;  // never reads past the precision
-  PrintText(out, spec, s, n);
+  PrintText(out, field, s, n);
 }
 
 template <class Ch>
-void PrintTextOrCharacter(Sink<Ch>& out, const Spec& spec, Arguments& args) {
-  const char c = spec.conversion;
+void PrintTextOrCharacter(Sink<Ch>& out, const Field& field, Arguments& args) {
+  const char c = field.conversion;
   bool wide = (c == 's' || c == 'c') == (sizeof(Ch) > 1);
-  if (spec.size == Size::kH || spec.size == Size::kHH) wide = false;
-  if (spec.size == Size::kL || spec.size == Size::kW) wide = true;
+  if (field.size == Size::kH || field.size == Size::kHH) wide = false;
+  if (field.size == Size::kL || field.size == Size::kW) wide = true;
   if (wide) {
-    PrintTextArgument<Ch, wchar_t>(out, spec, args);
+    PrintTextArgument<Ch, wchar_t>(out, field, args);
   } else {
-    PrintTextArgument<Ch, char>(out, spec, args);
+    PrintTextArgument<Ch, char>(out, field, args);
   }
 }
 
@@ -458,9 +459,9 @@ ZtLong Print(Ch* out, ZtLong room, const Ch* f, va_list list) {
     }
     if (sink.Full()) break;
     ++f;
-    Spec spec;
-    if (!ReadSpec(f, args, spec)) break;
-    switch (spec.conversion) {
+    Field field;
+    if (!ReadField(f, args, field)) break;
+    switch (field.conversion) {
       case '%':
         sink.Put('%');
         break;
@@ -468,7 +469,7 @@ ZtLong Print(Ch* out, ZtLong room, const Ch* f, va_list list) {
       case 'C':
       case 's':
       case 'S':
-        PrintTextOrCharacter(sink, spec, args);
+        PrintTextOrCharacter(sink, field, args);
         break;
       case 'e':
       case 'E':
@@ -478,10 +479,10 @@ ZtLong Print(Ch* out, ZtLong room, const Ch* f, va_list list) {
       case 'G':
       case 'a':
       case 'A':
-        PrintReal(sink, spec, args);
+        PrintReal(sink, field, args);
         break;
       default:
-        PrintInteger(sink, spec, args);
+        PrintInteger(sink, field, args);
         break;
     }
   }
