@@ -69,7 +69,7 @@ class Sink {
 
 enum class Size { kNone, kHH, kH, kL, kLL, kBigL, kW, kI, kI32, kI64, kZ, kJ, kT };
 
-struct Field {
+struct Directive {
   bool left = false;
   bool plus = false;
   bool space = false;
@@ -96,18 +96,18 @@ int ReadNumber(const Ch*& f) {
 
 // Reads one specification after its '%'. False when the specification is unknown or cut short.
 template <class Ch>
-bool ReadField(const Ch*& f, Arguments& args, Field& field) {
+bool ReadDirective(const Ch*& f, Arguments& args, Directive& directive) {
   for (;; ++f) {
     if (*f == '-') {
-      field.left = true;
+      directive.left = true;
     } else if (*f == '+') {
-      field.plus = true;
+      directive.plus = true;
     } else if (*f == ' ') {
-      field.space = true;
+      directive.space = true;
     } else if (*f == '#') {
-      field.alternate = true;
+      directive.alternate = true;
     } else if (*f == '0') {
-      field.zero = true;
+      directive.zero = true;
     } else {
       break;
     }
@@ -115,34 +115,34 @@ bool ReadField(const Ch*& f, Arguments& args, Field& field) {
   if (*f == '*') {
     ++f;
     const long long w = args.Next<int>();
-    field.left = field.left || w < 0;
-    field.width = w < 0 ? -w : w;
+    directive.left = directive.left || w < 0;
+    directive.width = w < 0 ? -w : w;
   } else {
-    field.width = ReadNumber(f);
+    directive.width = ReadNumber(f);
   }
   if (*f == '.') {
     ++f;
     if (*f == '*') {
       ++f;
-      field.precision = std::max(args.Next<int>(), -1);
+      directive.precision = std::max(args.Next<int>(), -1);
     } else {
-      field.precision = ReadNumber(f);
+      directive.precision = ReadNumber(f);
     }
   }
   const Ch c = *f;
   if (c == 'h' || c == 'l') {
     const bool twice = f[1] == c;
-    field.size = c == 'h' ? (twice ? Size::kHH : Size::kH) : (twice ? Size::kLL : Size::kL);
+    directive.size = c == 'h' ? (twice ? Size::kHH : Size::kH) : (twice ? Size::kLL : Size::kL);
     f += twice ? 2 : 1;
   } else if (c == 'I' && f[1] == '6' && f[2] == '4') {
-    field.size = Size::kI64;
+    directive.size = Size::kI64;
     f += 3;
   } else if (c == 'I' && f[1] == '3' && f[2] == '2') {
-    field.size = Size::kI32;
+    directive.size = Size::kI32;
     f += 3;
   } else if (c == 'I' || c == 'L' || c == 'w' || c == 'z' || c == 'j' || c == 't') {
     const Size sizes[] = {Size::kI, Size::kBigL, Size::kW, Size::kZ, Size::kJ, Size::kT};
-    field.size = sizes[std::strchr("ILwzjt", static_cast<char>(c)) - "ILwzjt"];
+    directive.size = sizes[std::strchr("ILwzjt", static_cast<char>(c)) - "ILwzjt"];
     ++f;
   }
   const Ch conversion = *f;
@@ -150,7 +150,7 @@ bool ReadField(const Ch*& f, Arguments& args, Field& field) {
       std::strchr("diuoxXcCsSeEfFgGaAp%", static_cast<char>(conversion)) == nullptr) {
     return false;  // also %n, %Z and the end of the format
   }
-  field.conversion = static_cast<char>(conversion);
+  directive.conversion = static_cast<char>(conversion);
   ++f;
   return true;
 }
@@ -158,39 +158,39 @@ bool ReadField(const Ch*& f, Arguments& args, Field& field) {
 // Writes one field: padding, the prefix (sign, 0x), the precision's zeros, the body and the
 // padding of a left-justified field. `zero_pad` says whether the 0 flag applies.
 template <class Ch, class Unit>
-void Field(Sink<Ch>& out, const Field& field, const char* prefix, const Unit* body, long long n,
-           long long zeros = 0, bool zero_pad = true) {
+void Field(Sink<Ch>& out, const Directive& directive, const char* prefix, const Unit* body,
+           long long n, long long zeros = 0, bool zero_pad = true) {
   const auto prefix_length = static_cast<long long>(std::strlen(prefix));
-  const long long padding = field.width - prefix_length - zeros - n;
-  const bool zeros_pad = zero_pad && field.zero && !field.left;
-  if (!field.left && !zeros_pad) out.Repeat(' ', padding);
+  const long long padding = directive.width - prefix_length - zeros - n;
+  const bool zeros_pad = zero_pad && directive.zero && !directive.left;
+  if (!directive.left && !zeros_pad) out.Repeat(' ', padding);
   out.Write(prefix, prefix_length);
   if (zeros_pad) out.Repeat('0', padding);
   out.Repeat('0', zeros);
   out.Write(body, n);
-  if (field.left) out.Repeat(' ', padding);
+  if (directive.left) out.Repeat(' ', padding);
 }
 
-const char* SignPrefix(const Field& field, bool negative) {
+const char* SignPrefix(const Directive& directive, bool negative) {
   if (negative) return "-";
-  if (field.plus) return "+";
-  return field.space ? " " : "";
+  if (directive.plus) return "+";
+  return directive.space ? " " : "";
 }
 
 // ---- integers ----
 
 template <class Ch>
-void PrintInteger(Sink<Ch>& out, Field field, Arguments& args) {
-  const char c = field.conversion;
+void PrintInteger(Sink<Ch>& out, Directive directive, Arguments& args) {
+  const char c = directive.conversion;
   const bool is_signed = c == 'd' || c == 'i';
   unsigned long long magnitude = 0;
   bool negative = false;
   if (c == 'p') {
     magnitude = reinterpret_cast<std::uintptr_t>(args.Next<void*>());
-    field.precision = static_cast<int>(2 * sizeof(void*));
+    directive.precision = static_cast<int>(2 * sizeof(void*));
   } else {
     long long v = 0;  // the argument, sign-extended when signed, zero-extended when not
-    switch (field.size) {
+    switch (directive.size) {
       case Size::kLL:
       case Size::kI64:
       case Size::kJ:
@@ -235,12 +235,12 @@ void PrintInteger(Sink<Ch>& out, Field field, Arguments& args) {
   int n = sizeof(digits);
   for (unsigned long long m = magnitude; m != 0; m /= radix) digits[--n] = digit_set[m % radix];
   const long long count = static_cast<long long>(sizeof(digits)) - n;
-  long long zeros = std::max(field.precision < 0 ? 1 : field.precision, 0) - count;
+  long long zeros = std::max(directive.precision < 0 ? 1 : directive.precision, 0) - count;
   if (zeros < 0) zeros = 0;
-  if (c == 'o' && field.alternate && zeros == 0) zeros = 1;  // the digits never start with 0
-  const char* prefix = is_signed ? SignPrefix(field, negative) : "";
-  if (radix == 16 && field.alternate && magnitude != 0) prefix = c == 'x' ? "0x" : "0X";
-  Field(out, field, prefix, digits + n, count, zeros, field.precision < 0);
+  if (c == 'o' && directive.alternate && zeros == 0) zeros = 1;  // the digits never start with 0
+  const char* prefix = is_signed ? SignPrefix(directive, negative) : "";
+  if (radix == 16 && directive.alternate && magnitude != 0) prefix = c == 'x' ? "0x" : "0X";
+  Field(out, directive, prefix, digits + n, count, zeros, directive.precision < 0);
 }
 
 // ---- reals ----
@@ -334,19 +334,20 @@ std::size_t DecimalReal(char* s, double v, char c, int precision, bool alternate
 }
 
 template <class Ch>
-void PrintReal(Sink<Ch>& out, Field field, Arguments& args) {
+void PrintReal(Sink<Ch>& out, Directive directive, Arguments& args) {
   const double v = args.Next<double>();
   const std::uint64_t bits = Bits(v);
   const bool negative = (bits >> 63) != 0;
   const std::uint64_t magnitude_bits = bits & ~(std::uint64_t{1} << 63);
   const std::uint64_t fraction = bits & ((std::uint64_t{1} << 52) - 1);
-  const char c = field.conversion;
+  const char c = directive.conversion;
   const bool upper = c >= 'A' && c <= 'Z';
   char text[kRealRoom];
   std::size_t n = 0;
   char prefix[4] = {};  // the sign, then 0x for the hex form
   std::size_t prefix_length = 0;
-  if (const char* sign = SignPrefix(field, negative); *sign != 0) prefix[prefix_length++] = *sign;
+  if (const char* sign = SignPrefix(directive, negative); *sign != 0)
+    prefix[prefix_length++] = *sign;
   bool finite = true;
   if ((magnitude_bits >> 52) == 0x7FF) {
     finite = false;
@@ -360,8 +361,8 @@ void PrintReal(Sink<Ch>& out, Field field, Arguments& args) {
     std::memcpy(text, word, n);
   } else if (c == 'a' || c == 'A') {
     n = HexReal(text, magnitude_bits,
-                field.precision < 0 ? 13 : std::min(field.precision, kPrecisionCap),
-                field.alternate);
+                directive.precision < 0 ? 13 : std::min(directive.precision, kPrecisionCap),
+                directive.alternate);
     prefix[prefix_length++] = '0';
     prefix[prefix_length++] = 'x';
   } else {
@@ -369,14 +370,14 @@ void PrintReal(Sink<Ch>& out, Field field, Arguments& args) {
     std::memcpy(&magnitude, &magnitude_bits, sizeof magnitude);
     const char lower = static_cast<char>(upper ? c - 'A' + 'a' : c);
     n = DecimalReal(text, magnitude, lower,
-                    field.precision < 0 ? 6 : std::min(field.precision, kPrecisionCap),
-                    field.alternate);
+                    directive.precision < 0 ? 6 : std::min(directive.precision, kPrecisionCap),
+                    directive.alternate);
   }
   if (upper) {
     ToUpper(text, n);
     ToUpper(prefix, prefix_length);
   }
-  Field(out, field, prefix, text, static_cast<long long>(n), 0, finite);
+  Field(out, directive, prefix, text, static_cast<long long>(n), 0, finite);
 }
 
 // ---- texts and characters ----
@@ -402,25 +403,25 @@ auto Convert(const From* s, std::size_t n) {
 
 // Prints `n` units of the text `s` of width Arg, converted when that is not the output's.
 template <class Ch, class Arg>
-void PrintText(Sink<Ch>& out, const Field& field, const Arg* s, std::size_t n) {
+void PrintText(Sink<Ch>& out, const Directive& directive, const Arg* s, std::size_t n) {
   if constexpr (std::is_same_v<Ch, Arg>) {
-    Field(out, field, "", s, static_cast<long long>(n));
+    Field(out, directive, "", s, static_cast<long long>(n));
   } else {
     const auto converted = Convert(s, n);
-    Field(out, field, "", converted.data(), static_cast<long long>(converted.size()));
+    Field(out, directive, "", converted.data(), static_cast<long long>(converted.size()));
   }
 }
 
 template <class Ch, class Arg>
-void PrintTextArgument(Sink<Ch>& out, const Field& field, Arguments& args) {
-  if (field.conversion == 'c' || field.conversion == 'C') {
+void PrintTextArgument(Sink<Ch>& out, const Directive& directive, Arguments& args) {
+  if (directive.conversion == 'c' || directive.conversion == 'C') {
     const auto c = static_cast<Arg>(args.Next<int>());
     if (c == 0) {  // printed as one character, whatever the widths; it ends the terminated view
       const Ch zero = 0;
-      Field(out, field, "", &zero, 1);
+      Field(out, directive, "", &zero, 1);
       return;
     }
-    PrintText(out, field, &c, 1);
+    PrintText(out, directive, &c, 1);
     return;
   }
   const Arg* s = args.Next<const Arg*>();
@@ -430,21 +431,21 @@ void PrintTextArgument(Sink<Ch>& out, const Field& field, Arguments& args) {
   }
   std::size_t n = 0;
   const std::size_t limit =
-      field.precision < 0 ? SIZE_MAX : static_cast<std::size_t>(field.precision);
+      directive.precision < 0 ? SIZE_MAX : static_cast<std::size_t>(directive.precision);
   while (n < limit && s[n] != 0) ++n;  // never reads past the precision
-  PrintText(out, field, s, n);
+  PrintText(out, directive, s, n);
 }
 
 template <class Ch>
-void PrintTextOrCharacter(Sink<Ch>& out, const Field& field, Arguments& args) {
-  const char c = field.conversion;
+void PrintTextOrCharacter(Sink<Ch>& out, const Directive& directive, Arguments& args) {
+  const char c = directive.conversion;
   bool wide = (c == 's' || c == 'c') == (sizeof(Ch) > 1);
-  if (field.size == Size::kH || field.size == Size::kHH) wide = false;
-  if (field.size == Size::kL || field.size == Size::kW) wide = true;
+  if (directive.size == Size::kH || directive.size == Size::kHH) wide = false;
+  if (directive.size == Size::kL || directive.size == Size::kW) wide = true;
   if (wide) {
-    PrintTextArgument<Ch, wchar_t>(out, field, args);
+    PrintTextArgument<Ch, wchar_t>(out, directive, args);
   } else {
-    PrintTextArgument<Ch, char>(out, field, args);
+    PrintTextArgument<Ch, char>(out, directive, args);
   }
 }
 
@@ -459,9 +460,9 @@ ZtLong Print(Ch* out, ZtLong room, const Ch* f, va_list list) {
     }
     if (sink.Full()) break;
     ++f;
-    Field field;
-    if (!ReadField(f, args, field)) break;
-    switch (field.conversion) {
+    Directive directive;
+    if (!ReadDirective(f, args, directive)) break;
+    switch (directive.conversion) {
       case '%':
         sink.Put('%');
         break;
@@ -469,7 +470,7 @@ ZtLong Print(Ch* out, ZtLong room, const Ch* f, va_list list) {
       case 'C':
       case 's':
       case 'S':
-        PrintTextOrCharacter(sink, field, args);
+        PrintTextOrCharacter(sink, directive, args);
         break;
       case 'e':
       case 'E':
@@ -479,10 +480,10 @@ ZtLong Print(Ch* out, ZtLong room, const Ch* f, va_list list) {
       case 'G':
       case 'a':
       case 'A':
-        PrintReal(sink, field, args);
+        PrintReal(sink, directive, args);
         break;
       default:
-        PrintInteger(sink, field, args);
+        PrintInteger(sink, directive, args);
         break;
     }
   }
