@@ -196,14 +196,14 @@ void Evolution(Lcg& g, std::ostream& out) {
 }
 
 struct Sum : ZtParallelTask {
-  Sum(long* total, int v) : total(total), v(v) {}
-  void Execute() override { *total = *total * 31 + v; }
-  long* total;
+  Sum(unsigned long* total, int v) : total(total), v(v) {}
+  void Execute() override { *total = *total * 31 + static_cast<unsigned long>(v); }
+  unsigned long* total;
   int v;
 };
 
 void Tasks(Lcg& g, std::ostream& out) {
-  long total = 0;
+  unsigned long total = 0;
   ZtParallelTasks set;
   for (int i = 0; i < 50; ++i) set.AddTask(new Sum(&total, g.Next(10)));
   set.Run();
