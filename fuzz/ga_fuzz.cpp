@@ -97,7 +97,8 @@ struct World {
 
   void Draw(Input& in) {
     i = in.In(0, 99), j = in.In(0, 99), seed = in.Byte();
-    maxNum = in.In(-1, 14), ratio = in.In(0, 60), answers = in.Byte() | in.Byte() << 8;
+    maxNum = in.In(-1, 14), ratio = in.In(0, 60), answers = in.Byte();
+    answers |= in.Byte() << 8u;
     key = static_cast<int>(in.In(0, 6)), barren = in.In(0, 7) == 0;
     genes.clear();
     for (ZtLong n = in.In(0, 5); n > 0; --n) genes.push_back(static_cast<int>(in.Byte()));
