@@ -38,8 +38,8 @@ void TakeByCopyListInit(C);
 template <class C, class Args, class = void>
 struct CopyListInitializable : std::false_type {};
 template <class C, class... A>
-struct CopyListInitializable<
-    C, std::tuple<A...>, std::void_t<decltype(TakeByCopyListInit<C>({std::declval<A>()...}))>>
+struct CopyListInitializable<C, std::tuple<A...>,
+                             std::void_t<decltype(TakeByCopyListInit<C>({std::declval<A>()...}))>>
     : std::true_type {};
 
 /// A constructor C(A...) exists and is not explicit (copy-list-initialization may use it).
@@ -67,8 +67,8 @@ std::ptrdiff_t VirtualSlot(M member) {
 inline bool Ascending(std::initializer_list<const void*> fields) {
   const void* last = nullptr;
   for (const void* p : fields) {
-    if (last != nullptr && !(reinterpret_cast<std::uintptr_t>(last) <
-                             reinterpret_cast<std::uintptr_t>(p))) {
+    if (last != nullptr &&
+        !(reinterpret_cast<std::uintptr_t>(last) < reinterpret_cast<std::uintptr_t>(p))) {
       return false;
     }
     last = p;
@@ -81,10 +81,10 @@ inline bool Ascending(std::initializer_list<const void*> fields) {
 /// ZT_HAS(C, name, Sig): C has a public member `name` that converts exactly to the member pointer
 /// Sig (an overload is chosen by Sig; parameters, return type and const must all match). Sig may
 /// contain commas. For a static member or free function Sig is a plain function pointer type.
-#define ZT_HAS(C, name, ...)                                                               \
-  ::zt::test::HasMember<C, __VA_ARGS__>(                                                   \
-      [](auto* c, auto* s) -> decltype(static_cast<std::remove_pointer_t<decltype(s)>>(   \
-                                           &std::remove_pointer_t<decltype(c)>::name),    \
+#define ZT_HAS(C, name, ...)                                                            \
+  ::zt::test::HasMember<C, __VA_ARGS__>(                                                \
+      [](auto* c, auto* s) -> decltype(static_cast<std::remove_pointer_t<decltype(s)>>( \
+                                           &std::remove_pointer_t<decltype(c)>::name),  \
                                        void()) {})
 
 /// ZT_HAS_NAME(C, name): C has a public, non-overloaded member called `name`, of any type. Use it
