@@ -233,6 +233,7 @@ TEST(InconsistentOrder, EverySortAndSortedOperationEndsAndKeepsEveryElement) {
   AddValueCases<ZtDList<double>>(cases, "DList");
   AddValueCases<ZtXList<double>>(cases, "XList");
   cases.push_back(SortIntoKeepsValues<ZtDynArray<double>>("DynArray SortInto"));
+  cases.push_back(SortIntoKeepsValues<ZtList<double>>("List SortInto"));
   cases.push_back(SortIntoKeepsValues<ZtDList<double>>("DList SortInto"));
   cases.push_back(SortIntoKeepsValues<ZtXList<double>>("XList SortInto"));
   AddObjectCases<ZtDynPArray<Fickle>>(cases, "DynPArray");
