@@ -505,7 +505,7 @@ void ZtDynArrayBase<T>::Right(ZtLong n, ZtDynArrayBase& out) const {
 
 template <class T>
 void ZtDynArrayBase<T>::Mid(ZtLong from, ZtLong to, ZtDynArrayBase& out) const {
-  static_cast<void>(zt::detail::SliceWithin(from, to, m_length, "Mid", "ZtDynArrayBase"));
+  static_cast<void>(zt::detail::RangeWithin(from, to, m_length, 0, "Mid", "ZtDynArrayBase"));
   if (from < 0) from = 0;
   if (to >= m_length) to = m_length - 1;
   const ZtLong count = to >= from ? to - from + 1 : 0;

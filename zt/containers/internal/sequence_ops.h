@@ -23,13 +23,13 @@ bool MovesWithin(const Seq& s, ZtLong from, ZtLong to, const char* cls) {
                         fromOk ? to : from);
 }
 
-// A slice [from, to] of a text or sequence of `length` elements lies inside it and does not run
-// backwards (to == from - 1 is the empty slice). The checked build reports an index outside, or
-// a reversed range by its `from`.
-inline bool SliceWithin(ZtLong from, ZtLong to, ZtLong length, const char* op, const char* cls) {
+// A range [from, to] of a text or sequence of `length` elements lies inside it and holds at least
+// `least` elements (0 for a slice, where to == from - 1 is the empty one). The checked build
+// reports an index outside, or a reversed range by its `from`.
+inline bool RangeWithin(ZtLong from, ZtLong to, ZtLong length, ZtLong least, const char* op,
+                        const char* cls) {
   return ZT_IN_CONTRACT(from >= 0 && to < length, op, cls, "index", from < 0 ? from : to) &&
-         ZT_IN_CONTRACT(static_cast<std::int64_t>(from) <= std::int64_t{to} + 1, op, cls,
-                        "range", from);
+         ZT_IN_CONTRACT(std::int64_t{to} - from + 1 >= least, op, cls, "range", from);
 }
 
 // Positions the cursor of `s` for a sorted insertion into [from, to] and reports whether it found
