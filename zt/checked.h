@@ -26,7 +26,7 @@
 //   bit, value     a bit past a bit array's bits, a value wider than its unit
 //   empty place    an owning container's object asked for where the element is null
 //   ... pointer    a null pointer where none is allowed (value 0): a graph's node or arc, a
-//                  class name, an event name or reactor, a child that New did not make;
+//                  class name, an event name or reactor, a label, a child that New did not make;
 //                  `null end` is an arc end given to ZtGraph::Create (value the end, 0 or 1)
 //
 // A handler that returns lets the call go on as in the ordinary build (the call is then ignored).
@@ -45,7 +45,7 @@ namespace zt {
 /// One call outside a contract: `class_name`::`operation` got `subject` == `value`.
 struct ContractViolation {
   const char* operation;   ///< the member called, e.g. "DelCur"
-  const char* class_name;  ///< the class, e.g. "ZtDynArray"
+  const char* class_name;  ///< the class, e.g. "ZtDynArray"; "" for a free function
   const char* subject;     ///< what is out: "cursor", "index", "length", ...
   long long value;         ///< its value
 };
