@@ -29,13 +29,13 @@ ZtLong Rescaled(ZtLong n, ZtLong from, ZtLong to) {
 }
 
 // In the checked build, reports a unit size other than 1, 2 or 4 given to `op`.
-void CheckUnitSize(ZtLong s, const char* op) {
+void CheckUnitSize(ZtLong s, [[maybe_unused]] const char* op) {
   static_cast<void>(ZT_IN_CONTRACT(s == 1 || s == 2 || s == 4, op, "ZtBitArray", "unit size", s));
 }
 
 // `n` (a count of units or bytes given to `op`) unchanged, or 0 when it is negative, which the
 // checked build reports.
-ZtLong Count(ZtLong n, const char* op) {
+ZtLong Count(ZtLong n, [[maybe_unused]] const char* op) {
   return ZT_IN_CONTRACT(n >= 0, op, "ZtBitArray", "length", n) ? n : 0;
 }
 

@@ -50,7 +50,7 @@ class LabelReader {
 
 // `op` names the public function in the checked build's report of a null label.
 template <class Ch>
-int CompareLabel(const Ch* a, const Ch* b, const char* op) {
+int CompareLabel(const Ch* a, const Ch* b, [[maybe_unused]] const char* op) {
   static_cast<void>(ZT_IN_CONTRACT(a != nullptr && b != nullptr, op, "", "label pointer", 0));
   LabelReader<Ch> x(a);
   LabelReader<Ch> y(b);

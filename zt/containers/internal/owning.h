@@ -45,7 +45,8 @@ ZtLong GetDataNum(const Seq<T>& s) {
 // there rather than hand out a reference to nothing. `op` and `at` (the index or cursor of the
 // element) name the call in the checked build's report of an empty place.
 template <class T>
-T& Object(T* p, const char* op, const char* cls, ZtLong at) {
+T& Object(T* p, [[maybe_unused]] const char* op, [[maybe_unused]] const char* cls,
+          [[maybe_unused]] ZtLong at) {
   if (ZT_IN_CONTRACT(p != nullptr, op, cls, "empty place", at)) return *p;
   if constexpr (std::is_default_constructible_v<T> && std::is_copy_assignable_v<T>) {
     return Sink<T>();
@@ -57,7 +58,7 @@ T& Object(T* p, const char* op, const char* cls, ZtLong at) {
 // Deletes the object at the cursor and leaves an empty place. `cls` names the owning class in
 // the checked build's reports, here and below.
 template <class T>
-void ReleaseCur(Seq<T>& s, const char* cls) {
+void ReleaseCur(Seq<T>& s, [[maybe_unused]] const char* cls) {
   if (ZT_IN_CONTRACT(!s.IsOut(), "ReleaseCur", cls, "cursor", s.GetCur())) DeleteCurObject(s);
 }
 
@@ -120,7 +121,8 @@ ZtLong ClampTo(const Seq<T>& s, ZtLong to) {
 // Calls hit(i) for every index in [from, to] whose element is non-null and equal to v; stops at
 // the first hit for which hit returns false. Returns the index it stopped at, or -1.
 template <class T, class Hit>
-ZtLong WalkEqual(const Seq<T>& s, const T& v, ZtLong from, ZtLong to, Hit hit, const char* cls) {
+ZtLong WalkEqual(const Seq<T>& s, const T& v, ZtLong from, ZtLong to, Hit hit,
+                 [[maybe_unused]] const char* cls) {
   to = ClampTo(s, to);
   // A `from` past the end lies beyond the clamped `to`: only a negative one is outside.
   if (!ZT_IN_CONTRACT(from >= 0, "FindData", cls, "index", from) || !s.IsValidIndex(from)) {
@@ -227,7 +229,8 @@ auto ValueBefore(const T& v) {
 }
 
 template <class T>
-ZtLong BFindData(const Seq<T>& s, const T& v, ZtLong from, ZtLong to, const char* cls) {
+ZtLong BFindData(const Seq<T>& s, const T& v, ZtLong from, ZtLong to,
+                 [[maybe_unused]] const char* cls) {
   static_cast<void>(ZT_IN_CONTRACT(from >= 0, "BFindData", cls, "index", from));
   return BinarySearch(
       s.GetLength(), from, to, [&s](ZtLong i) { return s.GetAt(i); }, ValueAfter(v),
@@ -235,7 +238,8 @@ ZtLong BFindData(const Seq<T>& s, const T& v, ZtLong from, ZtLong to, const char
 }
 
 template <class T>
-bool BFindDataTo(Seq<T>& s, const T& v, ZtLong from, ZtLong to, const char* cls) {
+bool BFindDataTo(Seq<T>& s, const T& v, ZtLong from, ZtLong to,
+                 [[maybe_unused]] const char* cls) {
   static_cast<void>(ZT_IN_CONTRACT(s.IsEmpty() || s.IsValidIndex(from), "BFindDataTo", cls,
                                    "index", from));
   return BisectCursor(s, from, to, ValueAfter(v), ValueBefore(v));
