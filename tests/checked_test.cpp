@@ -51,8 +51,7 @@ std::vector<Case> Cases() {
        "ZtDynPArray::GetPData: empty place 0 "},
       {"null object", [] { ZtGraph() << static_cast<ZtGraphNode*>(nullptr); },
        "ZtGraph::operator<<: node pointer 0 "},
-      {"null name", [] { ZtSendEvent(nullptr, nullptr, 0); },
-       "::ZtSendEvent: name pointer 0 "},
+      {"null name", [] { ZtSendEvent(nullptr, nullptr, 0); }, "::ZtSendEvent: name pointer 0 "},
       {"parent without genes",
        [] {
          GA_Population p;

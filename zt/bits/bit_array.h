@@ -20,8 +20,9 @@
 //
 // Unit and bit indices are not checked (keep them below GetLength() and GetBitSize()). Negative
 // unit counts count as 0. The checked build reports an index or bit outside, a value wider than
-// its unit, a unit size other than 1, 2 or 4 and a negative count (zt/checked.h). The conversions treat bytes beyond the buffer as 0. Allocation failure
-// throws std::bad_alloc and leaves the array as it was.
+// its unit, a unit size other than 1, 2 or 4 and a negative count (zt/checked.h). The conversions
+// treat bytes beyond the buffer as 0. Allocation failure throws std::bad_alloc and leaves the array
+// as it was.
 #ifndef ZT_BITS_BIT_ARRAY_H_
 #define ZT_BITS_BIT_ARRAY_H_
 

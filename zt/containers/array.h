@@ -61,7 +61,7 @@ class ZtArray {
   const T& operator[](ZtLong i) const { return GetAt(i); }
   const T& GetAt(ZtLong i) const {
     return ZT_IN_CONTRACT(IsValidIndex(i), "GetAt", "ZtArray", "index", i) ? m_data[i]
-                                                                          : zt::detail::Sink<T>();
+                                                                           : zt::detail::Sink<T>();
   }
   void SetAt(ZtLong i, const T& v) {
     if (ZT_IN_CONTRACT(IsValidIndex(i), "SetAt", "ZtArray", "index", i)) m_data[i] = v;

@@ -487,8 +487,7 @@ void ZtDynArrayBase<T>::CopyRangeInto(const T* p, ZtLong count, ZtDynArrayBase& 
 
 template <class T>
 void ZtDynArrayBase<T>::Left(ZtLong n, ZtDynArrayBase& out) const {
-  static_cast<void>(
-      ZT_IN_CONTRACT(n >= 0 && n <= m_length, "Left", "ZtDynArrayBase", "count", n));
+  static_cast<void>(ZT_IN_CONTRACT(n >= 0 && n <= m_length, "Left", "ZtDynArrayBase", "count", n));
   if (n < 0) n = 0;
   if (n > m_length) n = m_length;
   CopyRangeInto(GetFirst(), n, out);
@@ -496,8 +495,7 @@ void ZtDynArrayBase<T>::Left(ZtLong n, ZtDynArrayBase& out) const {
 
 template <class T>
 void ZtDynArrayBase<T>::Right(ZtLong n, ZtDynArrayBase& out) const {
-  static_cast<void>(
-      ZT_IN_CONTRACT(n >= 0 && n <= m_length, "Right", "ZtDynArrayBase", "count", n));
+  static_cast<void>(ZT_IN_CONTRACT(n >= 0 && n <= m_length, "Right", "ZtDynArrayBase", "count", n));
   if (n < 0) n = 0;
   if (n > m_length) n = m_length;
   CopyRangeInto(n > 0 ? &GetAt(m_length - n) : nullptr, n, out);

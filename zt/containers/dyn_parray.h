@@ -87,9 +87,12 @@ class ZtDynPArray : public ZtDynArray<T*>, public zt::detail::OwnsPointees {
     return zt::detail::owning::Object(this->GetAt(i), "GetPData", "ZtDynPArray", i);
   }
   /// The object in slot i, reached through the growing operator[] (the cursor moves to i).
-  T& operator()(ZtLong i) { return zt::detail::owning::Object((*this)[i], "operator()", "ZtDynPArray", i); }
+  T& operator()(ZtLong i) {
+    return zt::detail::owning::Object((*this)[i], "operator()", "ZtDynPArray", i);
+  }
   T& GetCurPData() {
-    return zt::detail::owning::Object(this->GetCurData(), "GetCurPData", "ZtDynPArray", this->m_cur);
+    return zt::detail::owning::Object(this->GetCurData(), "GetCurPData", "ZtDynPArray",
+                                      this->m_cur);
   }
   /// True when the cursor is out or its slot is empty.
   bool IsCurEmpty() const { return zt::detail::owning::IsCurEmpty<T>(*this); }

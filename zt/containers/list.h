@@ -41,7 +41,8 @@
 // it appended before rethrowing. Out-of-contract calls are harmless: DelCur and SetCurData with
 // the cursor on -1 are ignored, GetCurData there and GetAt with an invalid index yield a scratch
 // value, Rotate on an empty list or with an index outside the list does nothing, a negative
-// length counts as 0. The checked build reports these calls (zt/checked.h). GetNext/GetPre need an element address of this list (or null).
+// length counts as 0. The checked build reports these calls (zt/checked.h). GetNext/GetPre need an
+// element address of this list (or null).
 #ifndef ZT_CONTAINERS_LIST_H_
 #define ZT_CONTAINERS_LIST_H_
 

@@ -45,7 +45,9 @@ class ZtXList : public ZtDList<T> {
   /// Building the index leaves the cursor on the last group start (-1 when empty).
   // NOLINTNEXTLINE(google-explicit-constructor): implicit, as the interface declares it
   ZtXList(ZtLong n = 0, ZtLong groupSize = 25, ZtLong allocUnit = 100)
-      : Base(n), m_groupIndex(0, allocUnit), m_groupSize(ZT_IN_CONTRACT(groupSize > 0, "ZtXList", "ZtXList", "group size", groupSize)
+      : Base(n),
+        m_groupIndex(0, allocUnit),
+        m_groupSize(ZT_IN_CONTRACT(groupSize > 0, "ZtXList", "ZtXList", "group size", groupSize)
                         ? groupSize
                         : 1) {
     UpdateGroup(0);

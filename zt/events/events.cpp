@@ -240,14 +240,14 @@ using zt::detail::EventBus;
 // The checked build reports a null reactor or name given to the bus; it is then ignored (or
 // taken as L"") as in the ordinary build.
 void ZtRegisterReactor(ZtEventReactor* reactor) {
-  static_cast<void>(ZT_IN_CONTRACT(reactor != nullptr, "ZtRegisterReactor", "",
-                                   "reactor pointer", 0));
+  static_cast<void>(
+      ZT_IN_CONTRACT(reactor != nullptr, "ZtRegisterReactor", "", "reactor pointer", 0));
   if (EventBus* bus = EventBus::Get()) bus->Register(reactor);
 }
 
 void ZtUnRegisterReactor(ZtEventReactor* reactor) {
-  static_cast<void>(ZT_IN_CONTRACT(reactor != nullptr, "ZtUnRegisterReactor", "",
-                                   "reactor pointer", 0));
+  static_cast<void>(
+      ZT_IN_CONTRACT(reactor != nullptr, "ZtUnRegisterReactor", "", "reactor pointer", 0));
   if (EventBus* bus = EventBus::Get()) bus->UnRegister(reactor);
 }
 

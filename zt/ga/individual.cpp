@@ -48,8 +48,8 @@ ZtLong GA_Individual::Multiply(const GA_Individual& other, GA_Population& popula
 
   std::unique_ptr<GA_Individual> c1(a.New());
   std::unique_ptr<GA_Individual> c2(a.New());
-  if (!ZT_IN_CONTRACT(c1 != nullptr && c2 != nullptr, "Multiply", "GA_Individual",
-                      "child pointer", 0)) {
+  if (!ZT_IN_CONTRACT(c1 != nullptr && c2 != nullptr, "Multiply", "GA_Individual", "child pointer",
+                      0)) {
     return 0;
   }
   c1->SetLength(m, false);

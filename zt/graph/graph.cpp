@@ -264,8 +264,7 @@ ZtGraphNode* ZtGraph::operator[](ZtLong i) {
 }
 
 ZtGraphArc* ZtGraph::operator()(ZtLong i) {
-  static_cast<void>(
-      ZT_IN_CONTRACT(m_arcList.IsValidIndex(i), "operator()", "ZtGraph", "index", i));
+  static_cast<void>(ZT_IN_CONTRACT(m_arcList.IsValidIndex(i), "operator()", "ZtGraph", "index", i));
   return zt::detail::At(m_arcList, i);
 }
 

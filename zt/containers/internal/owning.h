@@ -238,10 +238,9 @@ ZtLong BFindData(const Seq<T>& s, const T& v, ZtLong from, ZtLong to,
 }
 
 template <class T>
-bool BFindDataTo(Seq<T>& s, const T& v, ZtLong from, ZtLong to,
-                 [[maybe_unused]] const char* cls) {
-  static_cast<void>(ZT_IN_CONTRACT(s.IsEmpty() || s.IsValidIndex(from), "BFindDataTo", cls,
-                                   "index", from));
+bool BFindDataTo(Seq<T>& s, const T& v, ZtLong from, ZtLong to, [[maybe_unused]] const char* cls) {
+  static_cast<void>(
+      ZT_IN_CONTRACT(s.IsEmpty() || s.IsValidIndex(from), "BFindDataTo", cls, "index", from));
   return BisectCursor(s, from, to, ValueAfter(v), ValueBefore(v));
 }
 

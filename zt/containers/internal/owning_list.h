@@ -56,7 +56,7 @@ auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
     while (empty-- > 0) this->Append(nullptr);                                                     \
   }                                                                                                \
   bool Move(ZtLong from, ZtLong to) override {                                                     \
-    return zt::detail::owning::Move<T>(*this, from, to, #Class);                                           \
+    return zt::detail::owning::Move<T>(*this, from, to, #Class);                                   \
   }                                                                                                \
   virtual void Sort(int (*cmp)(const T&, const T&)) {                                              \
     if (cmp != nullptr) this->BackwardInsertionSort(zt::detail::owning::ObjectAfter<T>(cmp));      \
@@ -66,10 +66,16 @@ auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
   bool IsCurEmpty() const { return zt::detail::owning::IsCurEmpty<T>(*this); }                     \
   bool IsEmptyData(ZtLong i) const { return zt::detail::owning::IsEmptyData<T>(*this, i); }        \
   ZtLong GetDataNum() const { return zt::detail::owning::GetDataNum<T>(*this); }                   \
-  T& GetCurPData() { return zt::detail::owning::Object(this->GetCurData(), "GetCurPData", #Class, this->m_cur); }                      \
-  const T& GetPData(ZtLong i) const { return zt::detail::owning::Object(this->GetAt(i), "GetPData", #Class, i); }         \
-  T& operator()(ZtLong i) { return zt::detail::owning::Object((*this)[i], "operator()", #Class, i); }                       \
-  void ReleaseCur() { zt::detail::owning::ReleaseCur<T>(*this, #Class); }                                  \
+  T& GetCurPData() {                                                                               \
+    return zt::detail::owning::Object(this->GetCurData(), "GetCurPData", #Class, this->m_cur);     \
+  }                                                                                                \
+  const T& GetPData(ZtLong i) const {                                                              \
+    return zt::detail::owning::Object(this->GetAt(i), "GetPData", #Class, i);                      \
+  }                                                                                                \
+  T& operator()(ZtLong i) {                                                                        \
+    return zt::detail::owning::Object((*this)[i], "operator()", #Class, i);                        \
+  }                                                                                                \
+  void ReleaseCur() { zt::detail::owning::ReleaseCur<T>(*this, #Class); }                          \
   void Release(ZtLong i) {                                                                         \
     this->MoveTo(i);                                                                               \
     ReleaseCur();                                                                                  \
@@ -90,10 +96,10 @@ auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
   }                                                                                                \
   ZtLong PlaceIn(T* p) { return zt::detail::owning::PlaceIn<T>(*this, p); }                        \
   ZtLong FindData(const T& x, ZtLong from = 0, ZtLong to = -1) const {                             \
-    return zt::detail::owning::FindData<T>(*this, x, from, to, #Class);                                    \
+    return zt::detail::owning::FindData<T>(*this, x, from, to, #Class);                            \
   }                                                                                                \
   ZtLong FindData(const T& x, ZtQuene<ZtLong>& hits, ZtLong from = 0, ZtLong to = -1) const {      \
-    return zt::detail::owning::FindData<T>(*this, x, hits, from, to, #Class);                              \
+    return zt::detail::owning::FindData<T>(*this, x, hits, from, to, #Class);                      \
   }                                                                                                \
   bool FindDataTo(const T& x, ZtLong from = 0, ZtLong to = -1) {                                   \
     return zt::detail::owning::FindDataTo<T>(*this, x, from, to);                                  \
@@ -111,10 +117,10 @@ auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
   ZtLong FindDataDel(const T& x) { return zt::detail::owning::FindDataDel<T>(*this, x); }          \
   ZtLong FindDel(T* p) { return zt::detail::owning::FindDelWalk<T>(*this, p); }                    \
   ZtLong BFindData(const T& x, ZtLong from = 0, ZtLong to = -1) const {                            \
-    return zt::detail::owning::BFindData<T>(*this, x, from, to, #Class);                                   \
+    return zt::detail::owning::BFindData<T>(*this, x, from, to, #Class);                           \
   }                                                                                                \
   bool BFindDataTo(const T& x, ZtLong from = 0, ZtLong to = -1) {                                  \
-    return zt::detail::owning::BFindDataTo<T>(*this, x, from, to, #Class);                                 \
+    return zt::detail::owning::BFindDataTo<T>(*this, x, from, to, #Class);                         \
   }                                                                                                \
   bool SortInto(T* p, bool allowEqual) {                                                           \
     return zt::detail::owning::SortInto<T>(*this, p, allowEqual);                                  \
