@@ -69,13 +69,20 @@ ZT_API bool IsCheckedBuild();
 /// within its contract. In the checked build a false `cond` is first reported. Use it where the
 /// library already tests the condition to ignore the call:
 ///   if (!ZT_IN_CONTRACT(IsValidIndex(i), "Del", "ZtDynArray", "index", i)) return;
+///
+/// ZT_REPORT_UNLESS(cond, op, cls, subject, value): the same check where the library does not
+/// test the condition itself (it clamps, or the call goes on regardless). The ordinary build does
+/// not evaluate `cond` at all.
 #if defined(ZT_CHECKED) && ZT_CHECKED
 #define ZT_IN_CONTRACT(cond, op, cls, subject, value)                                              \
   ((cond) ? true                                                                                   \
           : (::zt::ReportContractViolation((op), (cls), (subject), static_cast<long long>(value)), \
              false))
+#define ZT_REPORT_UNLESS(cond, op, cls, subject, value) \
+  static_cast<void>(ZT_IN_CONTRACT(cond, op, cls, subject, value))
 #else
 #define ZT_IN_CONTRACT(cond, op, cls, subject, value) (cond)
+#define ZT_REPORT_UNLESS(cond, op, cls, subject, value) static_cast<void>(0)
 #endif
 
 #endif  // ZT_CHECKED_H_

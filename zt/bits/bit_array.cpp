@@ -29,8 +29,8 @@ ZtLong Rescaled(ZtLong n, ZtLong from, ZtLong to) {
 }
 
 // In the checked build, reports a unit size other than 1, 2 or 4 given to `op`.
-void CheckUnitSize(ZtLong s, [[maybe_unused]] const char* op) {
-  static_cast<void>(ZT_IN_CONTRACT(s == 1 || s == 2 || s == 4, op, "ZtBitArray", "unit size", s));
+void CheckUnitSize([[maybe_unused]] ZtLong s, [[maybe_unused]] const char* op) {
+  ZT_REPORT_UNLESS(s == 1 || s == 2 || s == 4, op, "ZtBitArray", "unit size", s);
 }
 
 // `n` (a count of units or bytes given to `op`) unchanged, or 0 when it is negative, which the

@@ -73,7 +73,7 @@ class ZT_API ZtBitArray {
 
   /// Unit i, masked with 1, 3 or 15 for unit sizes 1, 2 and any other.
   ZtLong GetValue(ZtLong i) const {
-    static_cast<void>(ZT_IN_CONTRACT(IsValidIndex(i), "GetValue", "ZtBitArray", "index", i));
+    ZT_REPORT_UNLESS(IsValidIndex(i), "GetValue", "ZtBitArray", "index", i);
     ZtLong byte = 0;
     ZtLong bit = 0;
     UnitToByte(i, byte, bit);
@@ -81,9 +81,9 @@ class ZT_API ZtBitArray {
   }
   /// ORs v into unit i (v is cut to the unit's width so neighbouring units never change).
   void SetValue(ZtLong i, char v) {
-    static_cast<void>(ZT_IN_CONTRACT(IsValidIndex(i), "SetValue", "ZtBitArray", "index", i));
-    static_cast<void>(ZT_IN_CONTRACT(static_cast<unsigned char>(v) <= UnitMask(), "SetValue",
-                                     "ZtBitArray", "value", static_cast<unsigned char>(v)));
+    ZT_REPORT_UNLESS(IsValidIndex(i), "SetValue", "ZtBitArray", "index", i);
+    ZT_REPORT_UNLESS(static_cast<unsigned char>(v) <= UnitMask(), "SetValue", "ZtBitArray", "value",
+                     static_cast<unsigned char>(v));
     ZtLong byte = 0;
     ZtLong bit = 0;
     UnitToByte(i, byte, bit);
@@ -99,19 +99,16 @@ class ZT_API ZtBitArray {
   void ResetAll();
   /// Bit `bit` of the buffer, whatever the unit size.
   bool operator[](ZtLong bit) {
-    static_cast<void>(
-        ZT_IN_CONTRACT(bit >= 0 && bit < GetBitSize(), "operator[]", "ZtBitArray", "bit", bit));
+    ZT_REPORT_UNLESS(bit >= 0 && bit < GetBitSize(), "operator[]", "ZtBitArray", "bit", bit);
     return (static_cast<unsigned char>(m_data[bit / 8]) >> (bit % 8) & 1U) != 0;
   }
   void Set(ZtLong bit) {
-    static_cast<void>(
-        ZT_IN_CONTRACT(bit >= 0 && bit < GetBitSize(), "Set", "ZtBitArray", "bit", bit));
+    ZT_REPORT_UNLESS(bit >= 0 && bit < GetBitSize(), "Set", "ZtBitArray", "bit", bit);
     m_data[bit / 8] =
         static_cast<char>(static_cast<unsigned char>(m_data[bit / 8]) | 1U << (bit % 8));
   }
   void Reset(ZtLong bit) {
-    static_cast<void>(
-        ZT_IN_CONTRACT(bit >= 0 && bit < GetBitSize(), "Reset", "ZtBitArray", "bit", bit));
+    ZT_REPORT_UNLESS(bit >= 0 && bit < GetBitSize(), "Reset", "ZtBitArray", "bit", bit);
     m_data[bit / 8] =
         static_cast<char>(static_cast<unsigned char>(m_data[bit / 8]) & ~(1U << (bit % 8)));
   }

@@ -262,7 +262,7 @@ ZtLong ZtArray<T>::FindDel(const T& v) {
 
 template <class T>
 ZtLong ZtArray<T>::BFind(const T& v, ZtLong from, ZtLong to) const {
-  static_cast<void>(ZT_IN_CONTRACT(from >= 0, "BFind", "ZtArray", "index", from));
+  ZT_REPORT_UNLESS(from >= 0, "BFind", "ZtArray", "index", from);
   return zt::detail::BinarySearch(
       m_count, from, to, [this](ZtLong i) -> const T& { return m_data[i]; },
       [&v](const T& e) { return zt::detail::Greater(v, e); },

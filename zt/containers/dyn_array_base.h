@@ -438,8 +438,7 @@ ZtLong ZtDynArrayBase<T>::BFind(const T& v, ZtLong from, ZtLong to) const {
 
 template <class T>
 bool ZtDynArrayBase<T>::BFindTo(const T& v, ZtLong from, ZtLong to) {
-  static_cast<void>(
-      ZT_IN_CONTRACT(IsEmpty() || IsValidIndex(from), "BFindTo", "ZtDynArrayBase", "index", from));
+  ZT_REPORT_UNLESS(IsEmpty() || IsValidIndex(from), "BFindTo", "ZtDynArrayBase", "index", from);
   return zt::detail::BisectCursor(
       *this, from, to, [&v](const T& e) { return zt::detail::Greater(v, e); },
       [&v](const T& e) { return zt::detail::Less(v, e); });
@@ -487,7 +486,7 @@ void ZtDynArrayBase<T>::CopyRangeInto(const T* p, ZtLong count, ZtDynArrayBase& 
 
 template <class T>
 void ZtDynArrayBase<T>::Left(ZtLong n, ZtDynArrayBase& out) const {
-  static_cast<void>(ZT_IN_CONTRACT(n >= 0 && n <= m_length, "Left", "ZtDynArrayBase", "count", n));
+  ZT_REPORT_UNLESS(n >= 0 && n <= m_length, "Left", "ZtDynArrayBase", "count", n);
   if (n < 0) n = 0;
   if (n > m_length) n = m_length;
   CopyRangeInto(GetFirst(), n, out);
@@ -495,7 +494,7 @@ void ZtDynArrayBase<T>::Left(ZtLong n, ZtDynArrayBase& out) const {
 
 template <class T>
 void ZtDynArrayBase<T>::Right(ZtLong n, ZtDynArrayBase& out) const {
-  static_cast<void>(ZT_IN_CONTRACT(n >= 0 && n <= m_length, "Right", "ZtDynArrayBase", "count", n));
+  ZT_REPORT_UNLESS(n >= 0 && n <= m_length, "Right", "ZtDynArrayBase", "count", n);
   if (n < 0) n = 0;
   if (n > m_length) n = m_length;
   CopyRangeInto(n > 0 ? &GetAt(m_length - n) : nullptr, n, out);

@@ -240,24 +240,22 @@ using zt::detail::EventBus;
 // The checked build reports a null reactor or name given to the bus; it is then ignored (or
 // taken as L"") as in the ordinary build.
 void ZtRegisterReactor(ZtEventReactor* reactor) {
-  static_cast<void>(
-      ZT_IN_CONTRACT(reactor != nullptr, "ZtRegisterReactor", "", "reactor pointer", 0));
+  ZT_REPORT_UNLESS(reactor != nullptr, "ZtRegisterReactor", "", "reactor pointer", 0);
   if (EventBus* bus = EventBus::Get()) bus->Register(reactor);
 }
 
 void ZtUnRegisterReactor(ZtEventReactor* reactor) {
-  static_cast<void>(
-      ZT_IN_CONTRACT(reactor != nullptr, "ZtUnRegisterReactor", "", "reactor pointer", 0));
+  ZT_REPORT_UNLESS(reactor != nullptr, "ZtUnRegisterReactor", "", "reactor pointer", 0);
   if (EventBus* bus = EventBus::Get()) bus->UnRegister(reactor);
 }
 
 void ZtSendEvent(const wchar_t* name, void* data, unsigned int type) {
-  static_cast<void>(ZT_IN_CONTRACT(name != nullptr, "ZtSendEvent", "", "name pointer", 0));
+  ZT_REPORT_UNLESS(name != nullptr, "ZtSendEvent", "", "name pointer", 0);
   if (EventBus* bus = EventBus::Get()) bus->Send(name, data, type);
 }
 
 void ZtPostEvent(const wchar_t* name, void* data, unsigned int type) {
-  static_cast<void>(ZT_IN_CONTRACT(name != nullptr, "ZtPostEvent", "", "name pointer", 0));
+  ZT_REPORT_UNLESS(name != nullptr, "ZtPostEvent", "", "name pointer", 0);
   if (EventBus* bus = EventBus::Get()) bus->Post(name, data, type);
 }
 

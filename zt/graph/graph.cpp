@@ -258,23 +258,22 @@ void ZtGraph::UnConnectOwn() {
 }
 
 ZtGraphNode* ZtGraph::operator[](ZtLong i) {
-  static_cast<void>(
-      ZT_IN_CONTRACT(m_nodeList.IsValidIndex(i), "operator[]", "ZtGraph", "index", i));
+  ZT_REPORT_UNLESS(m_nodeList.IsValidIndex(i), "operator[]", "ZtGraph", "index", i);
   return zt::detail::At(m_nodeList, i);
 }
 
 ZtGraphArc* ZtGraph::operator()(ZtLong i) {
-  static_cast<void>(ZT_IN_CONTRACT(m_arcList.IsValidIndex(i), "operator()", "ZtGraph", "index", i));
+  ZT_REPORT_UNLESS(m_arcList.IsValidIndex(i), "operator()", "ZtGraph", "index", i);
   return zt::detail::At(m_arcList, i);
 }
 
 ZtLong ZtGraph::operator<<(ZtGraphNode* node) {
-  static_cast<void>(ZT_IN_CONTRACT(node != nullptr, "operator<<", "ZtGraph", "node pointer", 0));
+  ZT_REPORT_UNLESS(node != nullptr, "operator<<", "ZtGraph", "node pointer", 0);
   return Add(node, false);
 }
 
 ZtLong ZtGraph::operator<<(ZtGraphArc* arc) {
-  static_cast<void>(ZT_IN_CONTRACT(arc != nullptr, "operator<<", "ZtGraph", "arc pointer", 0));
+  ZT_REPORT_UNLESS(arc != nullptr, "operator<<", "ZtGraph", "arc pointer", 0);
   return Add(arc, false);
 }
 
@@ -317,7 +316,7 @@ ZtLong ZtGraph::Create(ZtGraphArc* arc) {
   ZtGraphNode* const first = arc->GetNode(0);
   for (ZtLong end = 0; end < 2; ++end) {
     ZtGraphNode* n = arc->GetNode(end);
-    static_cast<void>(ZT_IN_CONTRACT(n != nullptr, "Create", "ZtGraph", "null end", end));
+    ZT_REPORT_UNLESS(n != nullptr, "Create", "ZtGraph", "null end", end);
     if (end == 1 && n == first) {
       arc->SetNode(1, arc->GetNode(0));  // the same object, possibly merged away just now
     } else if (n != nullptr) {

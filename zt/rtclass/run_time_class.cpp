@@ -22,8 +22,7 @@ ZtRxClassInfo::~ZtRxClassInfo() = default;
 
 // A null name is outside the caller's limits: the checked build reports it before strcmp reads it.
 bool ZtRxClassInfo::IsTypeOf(const char* name) const {
-  static_cast<void>(
-      ZT_IN_CONTRACT(name != nullptr, "IsTypeOf", "ZtRxClassInfo", "name pointer", 0));
+  ZT_REPORT_UNLESS(name != nullptr, "IsTypeOf", "ZtRxClassInfo", "name pointer", 0);
   return std::strcmp(m_name, name) == 0;
 }
 

@@ -43,8 +43,7 @@ class ZT_API ZtRxClassInfo {
   ZtLong GetClassID() const { return m_id; }
   /// Direct base i (0 to 4, unchecked; the checked build reports another i), or null.
   const ZtRxClassInfo* GetBaseClassInfo(int i) const {
-    static_cast<void>(
-        ZT_IN_CONTRACT(i >= 0 && i < 5, "GetBaseClassInfo", "ZtRxClassInfo", "index", i));
+    ZT_REPORT_UNLESS(i >= 0 && i < 5, "GetBaseClassInfo", "ZtRxClassInfo", "index", i);
     return m_bases[i];
   }
   /// Exact class, by name.

@@ -148,8 +148,8 @@ class ZT_API ZtStream {
   // `op` names the typed read in the checked build's report of such a read.
   template <class T>
   void ReadValue(T& v, [[maybe_unused]] const char* op) {
-    static_cast<void>(ZT_IN_CONTRACT(m_length - std::int64_t{m_cur} >= std::int64_t{sizeof(T)}, op,
-                                     "ZtStream", "position", m_cur));
+    ZT_REPORT_UNLESS(m_length - std::int64_t{m_cur} >= std::int64_t{sizeof(T)}, op, "ZtStream",
+                     "position", m_cur);
     unsigned char bytes[sizeof(T)];
     zt::detail::StoreLittleEndian(v, bytes);
     Read(bytes, sizeof(T));

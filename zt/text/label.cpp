@@ -51,7 +51,7 @@ class LabelReader {
 // `op` names the public function in the checked build's report of a null label.
 template <class Ch>
 int CompareLabel(const Ch* a, const Ch* b, [[maybe_unused]] const char* op) {
-  static_cast<void>(ZT_IN_CONTRACT(a != nullptr && b != nullptr, op, "", "label pointer", 0));
+  ZT_REPORT_UNLESS(a != nullptr && b != nullptr, op, "", "label pointer", 0);
   LabelReader<Ch> x(a);
   LabelReader<Ch> y(b);
   for (;;) {

@@ -231,7 +231,7 @@ auto ValueBefore(const T& v) {
 template <class T>
 ZtLong BFindData(const Seq<T>& s, const T& v, ZtLong from, ZtLong to,
                  [[maybe_unused]] const char* cls) {
-  static_cast<void>(ZT_IN_CONTRACT(from >= 0, "BFindData", cls, "index", from));
+  ZT_REPORT_UNLESS(from >= 0, "BFindData", cls, "index", from);
   return BinarySearch(
       s.GetLength(), from, to, [&s](ZtLong i) { return s.GetAt(i); }, ValueAfter(v),
       ValueBefore(v));
@@ -239,8 +239,7 @@ ZtLong BFindData(const Seq<T>& s, const T& v, ZtLong from, ZtLong to,
 
 template <class T>
 bool BFindDataTo(Seq<T>& s, const T& v, ZtLong from, ZtLong to, [[maybe_unused]] const char* cls) {
-  static_cast<void>(
-      ZT_IN_CONTRACT(s.IsEmpty() || s.IsValidIndex(from), "BFindDataTo", cls, "index", from));
+  ZT_REPORT_UNLESS(s.IsEmpty() || s.IsValidIndex(from), "BFindDataTo", cls, "index", from);
   return BisectCursor(s, from, to, ValueAfter(v), ValueBefore(v));
 }
 
