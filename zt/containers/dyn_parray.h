@@ -159,7 +159,7 @@ class ZtDynPArray : public ZtDynArray<T*>, public zt::detail::OwnsPointees {
 
 template <class T>
 void ZtDynPArray<T>::ReAllocate(ZtLong n) {
-  if (n < 0) n = 0;
+  if (!ZT_IN_CONTRACT(n >= 0, "ReAllocate", "ZtDynPArray", "length", n)) n = 0;
   const ZtLong old = this->m_length;
   if (n > old) {
     Base::ReAllocate(n);
@@ -175,7 +175,7 @@ void ZtDynPArray<T>::ReAllocate(ZtLong n) {
 
 template <class T>
 void ZtDynPArray<T>::SetLength(ZtLong n, bool keep) {
-  if (n < 0) n = 0;
+  if (!ZT_IN_CONTRACT(n >= 0, "SetLength", "ZtDynPArray", "length", n)) n = 0;
   const ZtLong old = this->m_length;
   if (!keep) {
     ReleaseAll();
