@@ -293,6 +293,34 @@ TEST(Owning, ReadsObjectsOfAnAbstractClass) {
   EXPECT_EQ((Longs{read(array), read(list), read(grouped)}), (Longs{9, 9, 9}));
 }
 
+// The owning lists compare objects with == alone, the owning array with != alone.
+struct Keyed {
+  bool operator<(const Keyed& o) const { return key < o.key; }
+  bool operator>(const Keyed& o) const { return key > o.key; }
+  int key;
+};
+struct WithEqual : Keyed {
+  bool operator==(const WithEqual& o) const { return key == o.key; }
+};
+struct WithUnequal : Keyed {
+  bool operator!=(const WithUnequal& o) const { return key != o.key; }
+};
+
+TEST(Owning, ComparesObjectsWithTheOperatorItsFamilyUses) {
+  const auto fill = [](auto& o, auto make) {
+    for (int key : {2, 1, 2}) o.SortInto(new decltype(make(key))(make(key)), true);
+    return o.GetCur();  // behind the equal run
+  };
+  const auto equal = [](int key) { return WithEqual{{key}}; };
+  const auto unequal = [](int key) { return WithUnequal{{key}}; };
+  ZtPDList<WithEqual> list, other;
+  ZtDynPArray<WithUnequal> array, another;
+  EXPECT_EQ(
+      (Longs{fill(list, equal), fill(other, equal), fill(array, unequal), fill(another, unequal)}),
+      (Longs{2, 2, 2, 2}));
+  EXPECT_TRUE(list == other && array == another);
+}
+
 TEST(PXList, ConstructionAndCopiesLeaveTheCursorWhereTheirStepsDo) {
   const ZtPXList<Tracked> made(5, 2);  // the owning growth keeps the cursor on -1
   const ZtXList<int> plain(5, 2);      // building the index ends on the last group start

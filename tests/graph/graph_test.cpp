@@ -228,7 +228,7 @@ TEST_F(GraphTest, ResortsNodesAndArcsAtThePositionFindGives) {
   s.arcs[3]->SetNode(0, nullptr);
   s.arcs[0]->id = 10;  // AB to the end of the arc list, then made equal to BC: destroyed
   EXPECT_EQ(s.g.CheckArc(s.arcs[0]), -1);
-  EXPECT_EQ(s.g.CheckArc(0), 4);
+  EXPECT_EQ(s.g.CheckArc(ZtLong{0}), 4);
   s.arcs[0]->id = 1;
   EXPECT_EQ(s.g.CheckArc(4), 0);
   EXPECT_EQ(Edge::live, 5);        // with same

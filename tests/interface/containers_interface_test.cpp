@@ -6,8 +6,10 @@
 // int elements, the owning ones with a small class. A mismatch fails its row, not the build.
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "tests/support/interface.h"
@@ -28,7 +30,6 @@ namespace zt::test {
 namespace {
 
 using L = ZtLong;
-using Rows = std::vector<InterfaceRow>;
 
 /// The element of the owning containers.
 struct Item {
@@ -42,88 +43,218 @@ struct Item {
 /// The slot of entry `order` in a sequence's listing, where the destructor is entry 2.
 constexpr std::ptrdiff_t V(int order) { return ListedSlot(order, 2); }
 
-/// A row for C's member `name` of member-pointer type Sig, expected in `slot` (or kNonVirtual).
-#define ROW(C, name, slot, ...) \
-  InterfaceRow { #C "::" #name " as " #__VA_ARGS__, slot, ZT_MEMBER(C, name, __VA_ARGS__) }
+// ---- Whole virtual tables ---------------------------------------------------------------------
+//
+// A sequence's table is written as the classes that declare its entries, in slot order (entry 2
+// is the destructor): the base's table with the entries a class replaces, plus those it appends.
 
-/// Reaches C's protected members: each class's rows that need them are a specialisation of Rows.
-template <class C>
-struct Inside : C {
-  using C::C;
-  static Rows Get();
+template <class... D>
+struct Slots {};
+
+/// Slots<D, D, ...> with N entries.
+template <class D, std::size_t /*entry*/>
+struct Each {
+  using Type = D;
 };
+template <class D, std::size_t... I>
+auto Uniform(std::index_sequence<I...>) -> Slots<typename Each<D, I>::Type...>;
+template <class D, std::size_t N>
+using UniformSlots = decltype(Uniform<D>(std::make_index_sequence<N>()));
+
+/// The table S with entries `orders` declared by D, and the entries `Appended` after them.
+template <class S, class D, int... Orders>
+struct Replace;
+template <class... B, class D, int... Orders>
+struct Replace<Slots<B...>, D, Orders...> {
+  static constexpr bool Replaces([[maybe_unused]] std::size_t index) {
+    return ((static_cast<int>(index) + 1 == Orders) || ...);
+  }
+  template <std::size_t... I>
+  static auto Make(std::index_sequence<I...>) -> Slots<std::conditional_t<Replaces(I), D, B>...>;
+  using Type = decltype(Make(std::index_sequence_for<B...>()));
+  template <class... Appended>
+  static auto With(Slots<Appended...>) -> Slots<B..., Appended...>;
+};
+template <class S, class D, int... Orders>
+using Replaced = typename Replace<S, D, Orders...>::Type;
+template <class S, class... Appended>
+using Extended = decltype(Replace<S, void>::With(Slots<Appended...>()));
+
+enum class Family { kArray, kOwningArray, kList };
+
+/// The row for entry `order` of a sequence C of elements E, expected to be declared by D.
+template <class C, class E, class D>
+InterfaceRow SlotRow(int order, Family family) {
+  using T = std::remove_pointer_t<E>;  // the object type of the owning containers
+  using Cmp = int (*)(const E&, const E&);
+  using ObjectCmp = int (*)(const T&, const T&);
+  const bool list = family == Family::kList;
+  switch (order) {
+    case 1:
+      return ZT_ROW(C, ReAllocate, V(1), void(D::*)(L));
+    case 2:
+      return Holds("virtual destructor", std::has_virtual_destructor_v<C>);
+    case 3:
+      return ZT_ROW(C, SetLength, V(3), void(D::*)(L, bool));
+    case 4:
+      return ZT_ROW(C, Reset, V(4), void(D::*)());
+    case 5:
+      return ZT_ROW(C, GetCurData, V(5), E & (D::*)());
+    case 6:
+      return ZT_ROW(C, SetCurData, V(6), void(D::*)(const E&));
+    case 7:
+      return ZT_ROW(C, MoveToFirst, V(7), void(D::*)());
+    case 8:
+      return ZT_ROW(C, MoveToNext, V(8), void(D::*)());
+    case 9:
+      return ZT_ROW(C, MoveToPre, V(9), void(D::*)());
+    case 10:
+      return ZT_ROW(C, MoveToLast, V(10), void(D::*)());
+    case 11:
+      return ZT_ROW(C, MoveTo, V(11), void(D::*)(L));
+    case 12:
+      return ZT_ROW(C, operator[], V(12), E & (D::*)(L));
+    case 13:
+      return ZT_ROW(C, GetFirst, V(13), const E* (D::*)() const);
+    case 14:
+      return ZT_ROW(C, GetNext, V(14), const E* (D::*)(const E*) const);
+    case 15:
+      return ZT_ROW(C, GetPre, V(15), const E* (D::*)(const E*) const);
+    case 16:
+      return ZT_ROW(C, GetLast, V(16), const E* (D::*)() const);
+    case 17:
+      return ZT_ROW(C, GetAt, V(17), const E& (D::*)(L) const);
+    case 18:
+      return ZT_ROW(C, InsertCur, V(18), void(D::*)(const E&));
+    case 19:
+      return ZT_ROW(C, Insert, V(19), void(D::*)(L, const E&));
+    case 20:
+      return ZT_ROW(C, InsertHead, V(20), void(D::*)(const E&));
+    case 21:
+      return ZT_ROW(C, Append, V(21), L(D::*)(const E&));
+    case 22:
+      return ZT_ROW(C, DelCur, V(22), void(D::*)());
+    case 23:
+      return ZT_ROW(C, Sort, V(23), void(D::*)(Cmp));
+    case 24:
+      return ZT_ROW(C, Sort, V(24), void(D::*)(bool));
+    case 25:
+      return ZT_ROW(C, Move, V(25), bool(D::*)(L, L));
+    default:
+      break;
+  }
+  if (!list) {
+    switch (order) {
+      case 26:
+        return ZT_ROW(C, ReleaseCur, V(26), void(D::*)());
+      case 27:
+        return ZT_ROW(C, TakeOffCur, V(27), T * (D::*)());
+      case 28:
+        return ZT_ROW(C, Sort, V(28), void(D::*)(ObjectCmp));
+      default:
+        break;
+    }
+  }
+  switch (order) {
+    case 26:
+      return ZT_ROW(C, InsertAfterCur, V(26), void(D::*)(const E&));
+    case 27:
+      return ZT_ROW(C, DetachAfterCur, V(27), void(D::*)());
+    case 28:
+      return ZT_ROW(C, Conbine, V(28), L(D::*)(ZtList<E>&, L));
+    case 29:
+      return ZT_ROW(C, ReverseList, V(29), void(D::*)());
+    case 30:
+      return ZT_ROW(C, Rotate, V(30), void(D::*)(L, L));
+    case 31:
+      return ZT_ROW(C, Sort, V(31), void(D::*)(ObjectCmp));
+    default:
+      return Holds("no entry " + std::to_string(order), false);
+  }
+}
+
+/// A row for every entry of C's table `S` (elements E), named after the class. The lists' entry 1
+/// is protected: their Inside rows check it.
+template <class C, class E, class... D>
+Rows TableRows(const std::string& name, Family family, Slots<D...> /*table*/) {
+  Rows rows;
+  const auto add = [&rows, &name](int order, InterfaceRow row) {
+    row.what = name + " entry " + std::to_string(order) + ": " + row.what;
+    rows.push_back(std::move(row));
+  };
+  int order = 0;
+  ((++order,
+    family != Family::kList || order != 1 ? add(order, SlotRow<C, E, D>(order, family)) : void()),
+   ...);
+  return rows;
+}
+
+template <class E>
+using BaseTable = UniformSlots<ZtDynArrayBase<E>, 25>;
+template <class E>
+using DynArrayTable =
+    Replaced<BaseTable<E>, ZtDynArray<E>, 1, 2, 3, 4, 5, 6, 13, 14, 15, 16, 17, 18, 22, 23, 24>;
+template <class E>
+using ListTable = Extended<Replaced<BaseTable<E>, ZtList<E>, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 13,
+                                    14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24>,
+                           ZtList<E>, ZtList<E>, ZtList<E>, ZtList<E>, ZtList<E>>;
+template <class E>
+using DListTable =
+    Replaced<ListTable<E>, ZtDList<E>, 2, 4, 9, 11, 15, 17, 22, 23, 24, 26, 27, 28, 29, 30>;
+template <class E>
+using XListTable = Replaced<DListTable<E>, ZtXList<E>, 2, 4, 11, 22, 26, 27, 28, 29, 30>;
+/// The owning lists replace the same entries of their bases and append the object sort.
+template <class Owning, class ListTableOfPointers>
+using OwningListTable =
+    Extended<Replaced<ListTableOfPointers, Owning, 1, 2, 4, 22, 24, 25>, Owning>;
 
 // ---- Sequence base and its algorithms ---------------------------------------------------------
 
 TEST(ContainersInterface, SequenceBase) {
   using B = ZtDynArrayBase<int>;
+  ExpectRows(TableRows<B, int>("ZtDynArrayBase", Family::kArray, BaseTable<int>()));
   ExpectRows({
-      ROW(B, ReAllocate, V(1), void(B::*)(L)),
-      ROW(B, SetLength, V(3), void(B::*)(L, bool)),
-      ROW(B, Reset, V(4), void(B::*)()),
-      ROW(B, GetCurData, V(5), int& (B::*)()),
-      ROW(B, SetCurData, V(6), void(B::*)(const int&)),
-      ROW(B, MoveToFirst, V(7), void(B::*)()),
-      ROW(B, MoveToNext, V(8), void(B::*)()),
-      ROW(B, MoveToPre, V(9), void(B::*)()),
-      ROW(B, MoveToLast, V(10), void(B::*)()),
-      ROW(B, MoveTo, V(11), void(B::*)(L)),
-      ROW(B, operator[], V(12), int& (B::*)(L)),
-      ROW(B, GetFirst, V(13), const int* (B::*)() const),
-      ROW(B, GetNext, V(14), const int* (B::*)(const int*) const),
-      ROW(B, GetPre, V(15), const int* (B::*)(const int*) const),
-      ROW(B, GetLast, V(16), const int* (B::*)() const),
-      ROW(B, GetAt, V(17), const int& (B::*)(L) const),
-      ROW(B, InsertCur, V(18), void(B::*)(const int&)),
-      ROW(B, Insert, V(19), void(B::*)(L, const int&)),
-      ROW(B, InsertHead, V(20), void(B::*)(const int&)),
-      ROW(B, Append, V(21), L(B::*)(const int&)),
-      ROW(B, DelCur, V(22), void(B::*)()),
-      ROW(B, Sort, V(23), void(B::*)(int (*)(const int&, const int&))),
-      ROW(B, Sort, V(24), void(B::*)(bool)),
-      ROW(B, Move, V(25), bool(B::*)(L, L)),
-      Holds("ZtDynArrayBase: virtual destructor", std::has_virtual_destructor_v<B>),
-      ROW(B, operator=, kNonVirtual, B & (B::*)(const B&)),
-      ROW(B, GetLength, kNonVirtual, L(B::*)() const),
-      ROW(B, GetCur, kNonVirtual, L(B::*)() const),
-      ROW(B, GetMaxIndex, kNonVirtual, L(B::*)() const),
-      ROW(B, IsEmpty, kNonVirtual, bool(B::*)() const),
-      ROW(B, IsBegin, kNonVirtual, bool(B::*)() const),
-      ROW(B, IsEnd, kNonVirtual, bool(B::*)() const),
-      ROW(B, IsOut, kNonVirtual, bool(B::*)() const),
-      ROW(B, IsValidIndex, kNonVirtual, bool(B::*)(L) const),
-      ROW(B, operator[], kNonVirtual, const int& (B::*)(L) const),
-      ROW(B, GetTo, kNonVirtual, const int* (B::*)(L) const),
-      ROW(B, Del, kNonVirtual, void(B::*)(L)),
-      ROW(B, DelHead, kNonVirtual, void(B::*)()),
-      ROW(B, DelTail, kNonVirtual, void(B::*)()),
-      ROW(B, Exchange, kNonVirtual, void(B::*)(L, L)),
-      ROW(B, IncreaseSize, kNonVirtual, void(B::*)(L)),
-      ROW(B, DecreaseSize, kNonVirtual, void(B::*)(L)),
-      ROW(B, SetAll, kNonVirtual, void(B::*)(const int&)),
-      ROW(B, operator<<, kNonVirtual, B & (B::*)(const int&)),
-      ROW(B, DeepCopy, kNonVirtual, void(B::*)(const B&)),
+      ZT_ROW(B, operator=, kNonVirtual, B & (B::*)(const B&)),
+      ZT_ROW(B, GetLength, kNonVirtual, L(B::*)() const),
+      ZT_ROW(B, GetCur, kNonVirtual, L(B::*)() const),
+      ZT_ROW(B, GetMaxIndex, kNonVirtual, L(B::*)() const),
+      ZT_ROW(B, IsEmpty, kNonVirtual, bool(B::*)() const),
+      ZT_ROW(B, IsBegin, kNonVirtual, bool(B::*)() const),
+      ZT_ROW(B, IsEnd, kNonVirtual, bool(B::*)() const),
+      ZT_ROW(B, IsOut, kNonVirtual, bool(B::*)() const),
+      ZT_ROW(B, IsValidIndex, kNonVirtual, bool(B::*)(L) const),
+      ZT_ROW(B, operator[], kNonVirtual, const int& (B::*)(L) const),
+      ZT_ROW(B, GetTo, kNonVirtual, const int* (B::*)(L) const),
+      ZT_ROW(B, Del, kNonVirtual, void(B::*)(L)),
+      ZT_ROW(B, DelHead, kNonVirtual, void(B::*)()),
+      ZT_ROW(B, DelTail, kNonVirtual, void(B::*)()),
+      ZT_ROW(B, Exchange, kNonVirtual, void(B::*)(L, L)),
+      ZT_ROW(B, IncreaseSize, kNonVirtual, void(B::*)(L)),
+      ZT_ROW(B, DecreaseSize, kNonVirtual, void(B::*)(L)),
+      ZT_ROW(B, SetAll, kNonVirtual, void(B::*)(const int&)),
+      ZT_ROW(B, operator<<, kNonVirtual, B & (B::*)(const int&)),
+      ZT_ROW(B, DeepCopy, kNonVirtual, void(B::*)(const B&)),
       // The algorithms.
-      ROW(B, Find, kNonVirtual, L(B::*)(const int&, L, L) const),
-      ROW(B, Find, kNonVirtual, L(B::*)(const int&, ZtQuene<L>&, L, L) const),
-      ROW(B, FindTo, kNonVirtual, bool(B::*)(const int&, L)),
-      ROW(B, FindOrAppend, kNonVirtual, L(B::*)(const int&)),
-      ROW(B, FindOrInsertHead, kNonVirtual, void(B::*)(const int&)),
-      ROW(B, FindDel, kNonVirtual, L(B::*)(const int&)),
-      ROW(B, BFind, kNonVirtual, L(B::*)(const int&, L, L) const),
-      ROW(B, BFindTo, kNonVirtual, bool(B::*)(const int&, L, L)),
-      ROW(B, SortInto, kNonVirtual, bool(B::*)(const int&, bool)),
-      ROW(B, Reverse, kNonVirtual, void(B::*)(L, L)),
-      ROW(B, Left, kNonVirtual, void(B::*)(L, B&) const),
-      ROW(B, Right, kNonVirtual, void(B::*)(L, B&) const),
-      ROW(B, Mid, kNonVirtual, void(B::*)(L, L, B&) const),
-      ROW(B, DeepCopy, kNonVirtual, void(B::*)(const ZtArray<int>&)),
-      ROW(B, operator<<, kNonVirtual, B & (B::*)(const B&)),
-      ROW(B, operator<<, kNonVirtual, B & (B::*)(const ZtArray<int>&)),
-      ROW(B, operator==, kNonVirtual, bool(B::*)(const B&) const),
-      ROW(B, operator!=, kNonVirtual, bool(B::*)(const B&) const),
-      ROW(B, operator<, kNonVirtual, bool(B::*)(const B&) const),
-      ROW(B, operator>, kNonVirtual, bool(B::*)(const B&) const),
+      ZT_ROW(B, Find, kNonVirtual, L(B::*)(const int&, L, L) const),
+      ZT_ROW(B, Find, kNonVirtual, L(B::*)(const int&, ZtQuene<L>&, L, L) const),
+      ZT_ROW(B, FindTo, kNonVirtual, bool(B::*)(const int&, L)),
+      ZT_ROW(B, FindOrAppend, kNonVirtual, L(B::*)(const int&)),
+      ZT_ROW(B, FindOrInsertHead, kNonVirtual, void(B::*)(const int&)),
+      ZT_ROW(B, FindDel, kNonVirtual, L(B::*)(const int&)),
+      ZT_ROW(B, BFind, kNonVirtual, L(B::*)(const int&, L, L) const),
+      ZT_ROW(B, BFindTo, kNonVirtual, bool(B::*)(const int&, L, L)),
+      ZT_ROW(B, SortInto, kNonVirtual, bool(B::*)(const int&, bool)),
+      ZT_ROW(B, Reverse, kNonVirtual, void(B::*)(L, L)),
+      ZT_ROW(B, Left, kNonVirtual, void(B::*)(L, B&) const),
+      ZT_ROW(B, Right, kNonVirtual, void(B::*)(L, B&) const),
+      ZT_ROW(B, Mid, kNonVirtual, void(B::*)(L, L, B&) const),
+      ZT_ROW(B, DeepCopy, kNonVirtual, void(B::*)(const ZtArray<int>&)),
+      ZT_ROW(B, operator<<, kNonVirtual, B & (B::*)(const B&)),
+      ZT_ROW(B, operator<<, kNonVirtual, B & (B::*)(const ZtArray<int>&)),
+      ZT_ROW(B, operator==, kNonVirtual, bool(B::*)(const B&) const),
+      ZT_ROW(B, operator!=, kNonVirtual, bool(B::*)(const B&) const),
+      ZT_ROW(B, operator<, kNonVirtual, bool(B::*)(const B&) const),
+      ZT_ROW(B, operator>, kNonVirtual, bool(B::*)(const B&) const),
   });
 }
 
@@ -149,37 +280,17 @@ Rows Inside<ZtDynArray<int>>::Get() {
 TEST(ContainersInterface, DynArray) {
   using B = ZtDynArrayBase<int>;
   using A = ZtDynArray<int>;
+  ExpectRows(TableRows<A, int>("ZtDynArray", Family::kArray, DynArrayTable<int>()));
   ExpectRows(Inside<A>::Get());
   ExpectRows({
-      ROW(A, ReAllocate, V(1), void(A::*)(L)),
-      ROW(A, SetLength, V(3), void(A::*)(L, bool)),
-      ROW(A, Reset, V(4), void(A::*)()),
-      ROW(A, GetCurData, V(5), int& (A::*)()),
-      ROW(A, SetCurData, V(6), void(A::*)(const int&)),
-      ROW(A, MoveToFirst, V(7), void(B::*)()),
-      ROW(A, MoveTo, V(11), void(B::*)(L)),
-      ROW(A, operator[], V(12), int& (B::*)(L)),
-      ROW(A, GetFirst, V(13), const int* (A::*)() const),
-      ROW(A, GetNext, V(14), const int* (A::*)(const int*) const),
-      ROW(A, GetPre, V(15), const int* (A::*)(const int*) const),
-      ROW(A, GetLast, V(16), const int* (A::*)() const),
-      ROW(A, GetAt, V(17), const int& (A::*)(L) const),
-      ROW(A, InsertCur, V(18), void(A::*)(const int&)),
-      ROW(A, Insert, V(19), void(B::*)(L, const int&)),
-      ROW(A, InsertHead, V(20), void(B::*)(const int&)),
-      ROW(A, Append, V(21), L(B::*)(const int&)),
-      ROW(A, DelCur, V(22), void(A::*)()),
-      ROW(A, Sort, V(23), void(A::*)(int (*)(const int&, const int&))),
-      ROW(A, Sort, V(24), void(A::*)(bool)),
-      ROW(A, Move, V(25), bool(B::*)(L, L)),
-      ROW(A, GetSpaceSize, kNonVirtual, L(A::*)() const),
-      ROW(A, GetAllocUnit, kNonVirtual, L(A::*)() const),
-      ROW(A, SetAllocUnit, kNonVirtual, void(A::*)(L)),
-      ROW(A, SetSpaceSize, kNonVirtual, bool(A::*)(L)),
-      ROW(A, Attach, kNonVirtual, void(A::*)(L, int*)),
-      ROW(A, Detach, kNonVirtual, int* (A::*)()),
-      ROW(A, operator=, kNonVirtual, A & (A::*)(const A&)),
-      ROW(A, operator=, kNonVirtual, A & (A::*)(const B&)),
+      ZT_ROW(A, GetSpaceSize, kNonVirtual, L(A::*)() const),
+      ZT_ROW(A, GetAllocUnit, kNonVirtual, L(A::*)() const),
+      ZT_ROW(A, SetAllocUnit, kNonVirtual, void(A::*)(L)),
+      ZT_ROW(A, SetSpaceSize, kNonVirtual, bool(A::*)(L)),
+      ZT_ROW(A, Attach, kNonVirtual, void(A::*)(L, int*)),
+      ZT_ROW(A, Detach, kNonVirtual, int* (A::*)()),
+      ZT_ROW(A, operator=, kNonVirtual, A & (A::*)(const A&)),
+      ZT_ROW(A, operator=, kNonVirtual, A & (A::*)(const B&)),
       Holds("implicit ZtDynArray()", kImplicitCtor<A>),
       Holds("implicit ZtDynArray(long)", kImplicitCtor<A, L>),
       Holds("implicit ZtDynArray(long, long)", kImplicitCtor<A, L, L>),
@@ -189,52 +300,35 @@ TEST(ContainersInterface, DynArray) {
 }
 
 TEST(ContainersInterface, DynPArray) {
-  using B = ZtDynArrayBase<Item*>;
   using A = ZtDynArray<Item*>;
   using P = ZtDynPArray<Item>;
+  using Table = Extended<Replaced<DynArrayTable<Item*>, P, 1, 2, 3, 4, 22, 24, 25>, P, P, P>;
+  ExpectRows(TableRows<P, Item*>("ZtDynPArray", Family::kOwningArray, Table()));
   ExpectRows({
-      ROW(P, ReAllocate, V(1), void(P::*)(L)),
-      ROW(P, SetLength, V(3), void(P::*)(L, bool)),
-      ROW(P, Reset, V(4), void(P::*)()),
-      ROW(P, GetCurData, V(5), Item * &(A::*)()),
-      ROW(P, SetCurData, V(6), void(A::*)(Item* const&)),
-      ROW(P, MoveToNext, V(8), void(B::*)()),
-      ROW(P, operator[], V(12), Item * &(B::*)(L)),
-      ROW(P, GetFirst, V(13), Item* const* (A::*)() const),
-      ROW(P, GetAt, V(17), Item* const& (A::*)(L) const),
-      ROW(P, InsertCur, V(18), void(A::*)(Item* const&)),
-      ROW(P, Append, V(21), L(B::*)(Item* const&)),
-      ROW(P, DelCur, V(22), void(P::*)()),
-      ROW(P, Sort, V(23), void(A::*)(int (*)(Item* const&, Item* const&))),
-      ROW(P, Sort, V(24), void(P::*)(bool)),
-      ROW(P, Move, V(25), bool(P::*)(L, L)),
-      ROW(P, ReleaseCur, V(26), void(P::*)()),
-      ROW(P, TakeOffCur, V(27), Item * (P::*)()),
-      ROW(P, Sort, V(28), void(P::*)(int (*)(const Item&, const Item&))),
-      ROW(P, GetPData, kNonVirtual, const Item& (P::*)(L) const),
-      ROW(P, operator(), kNonVirtual, Item & (P::*)(L)),
-      ROW(P, GetCurPData, kNonVirtual, Item & (P::*)()),
-      ROW(P, IsCurEmpty, kNonVirtual, bool(P::*)() const),
-      ROW(P, IsCurEmpty, kNoSuchMember, bool(P::*)()),
-      ROW(P, IsEmptyData, kNonVirtual, bool(P::*)(L) const),
-      ROW(P, GetDataNum, kNonVirtual, L(P::*)() const),
-      ROW(P, Release, kNonVirtual, void(P::*)(L)),
-      ROW(P, ReleaseAll, kNonVirtual, void(P::*)()),
-      ROW(P, TakeOff, kNonVirtual, Item * (P::*)(L)),
-      ROW(P, TakeOffHead, kNonVirtual, Item * (P::*)()),
-      ROW(P, TakeOffTail, kNonVirtual, Item * (P::*)()),
-      ROW(P, PlaceIn, kNonVirtual, L(P::*)(Item*)),
-      ROW(P, FindDel, kNonVirtual, L(P::*)(Item*)),
-      ROW(P, FindDataDel, kNonVirtual, L(P::*)(const Item&)),
-      ROW(P, FindData, kNonVirtual, L(P::*)(const Item&, L, L) const),
-      ROW(P, FindData, kNonVirtual, L(P::*)(const Item&, ZtQuene<L>&, L, L) const),
-      ROW(P, BFindData, kNonVirtual, L(P::*)(const Item&, L, L) const),
-      ROW(P, BFindDataTo, kNonVirtual, bool(P::*)(const Item&, L, L)),
-      ROW(P, SortInto, kNonVirtual, bool(P::*)(Item*, bool)),
-      ROW(P, SortEx, kNonVirtual, void(P::*)(bool)),
-      ROW(P, operator==, kNonVirtual, bool(P::*)(const P&) const),
-      ROW(P, operator!=, kNonVirtual, bool(P::*)(const P&) const),
-      ROW(P, operator=, kNonVirtual, P & (P::*)(const P&)),
+      ZT_ROW(P, GetPData, kNonVirtual, const Item& (P::*)(L) const),
+      ZT_ROW(P, operator(), kNonVirtual, Item & (P::*)(L)),
+      ZT_ROW(P, GetCurPData, kNonVirtual, Item & (P::*)()),
+      ZT_ROW(P, IsCurEmpty, kNonVirtual, bool(P::*)() const),
+      ZT_ROW(P, IsCurEmpty, kNoSuchMember, bool(P::*)()),
+      ZT_ROW(P, IsEmptyData, kNonVirtual, bool(P::*)(L) const),
+      ZT_ROW(P, GetDataNum, kNonVirtual, L(P::*)() const),
+      ZT_ROW(P, Release, kNonVirtual, void(P::*)(L)),
+      ZT_ROW(P, ReleaseAll, kNonVirtual, void(P::*)()),
+      ZT_ROW(P, TakeOff, kNonVirtual, Item * (P::*)(L)),
+      ZT_ROW(P, TakeOffHead, kNonVirtual, Item * (P::*)()),
+      ZT_ROW(P, TakeOffTail, kNonVirtual, Item * (P::*)()),
+      ZT_ROW(P, PlaceIn, kNonVirtual, L(P::*)(Item*)),
+      ZT_ROW(P, FindDel, kNonVirtual, L(P::*)(Item*)),
+      ZT_ROW(P, FindDataDel, kNonVirtual, L(P::*)(const Item&)),
+      ZT_ROW(P, FindData, kNonVirtual, L(P::*)(const Item&, L, L) const),
+      ZT_ROW(P, FindData, kNonVirtual, L(P::*)(const Item&, ZtQuene<L>&, L, L) const),
+      ZT_ROW(P, BFindData, kNonVirtual, L(P::*)(const Item&, L, L) const),
+      ZT_ROW(P, BFindDataTo, kNonVirtual, bool(P::*)(const Item&, L, L)),
+      ZT_ROW(P, SortInto, kNonVirtual, bool(P::*)(Item*, bool)),
+      ZT_ROW(P, SortEx, kNonVirtual, void(P::*)(bool)),
+      ZT_ROW(P, operator==, kNonVirtual, bool(P::*)(const P&) const),
+      ZT_ROW(P, operator!=, kNonVirtual, bool(P::*)(const P&) const),
+      ZT_ROW(P, operator=, kNonVirtual, P & (P::*)(const P&)),
       Holds("implicit ZtDynPArray()", kImplicitCtor<P>),
       Holds("implicit ZtDynPArray(long)", kImplicitCtor<P, L>),
       Holds("implicit ZtDynPArray(long, long)", kImplicitCtor<P, L, L>),
@@ -261,38 +355,38 @@ TEST(ContainersInterface, Array) {
   ExpectRows(Inside<R>::Get());
   ExpectRows({
       Holds("ZtArray: the destructor is its one virtual member", std::has_virtual_destructor_v<R>),
-      ROW(R, operator=, kNonVirtual, R & (R::*)(const R&)),
-      ROW(R, GetLength, kNonVirtual, L(R::*)() const),
-      ROW(R, GetMaxIndex, kNonVirtual, L(R::*)() const),
-      ROW(R, IsEmpty, kNonVirtual, bool(R::*)() const),
-      ROW(R, IsValidIndex, kNonVirtual, bool(R::*)(L) const),
-      ROW(R, operator[], kNonVirtual, int& (R::*)(L)),
-      ROW(R, operator[], kNonVirtual, const int& (R::*)(L) const),
-      ROW(R, GetAt, kNonVirtual, const int& (R::*)(L) const),
-      ROW(R, SetAt, kNonVirtual, void(R::*)(L, const int&)),
-      ROW(R, GetDataBuffer, kNonVirtual, int* (R::*)() const),
-      ROW(R, ReAllocate, kNonVirtual, void(R::*)(L, bool)),
-      ROW(R, Reset, kNonVirtual, void(R::*)()),
-      ROW(R, SetAll, kNonVirtual, void(R::*)(const int&)),
-      ROW(R, Insert, kNonVirtual, void(R::*)(L, const int&)),
-      ROW(R, InsertHead, kNonVirtual, void(R::*)(const int&)),
-      ROW(R, Append, kNonVirtual, L(R::*)(const int&)),
-      ROW(R, Del, kNonVirtual, void(R::*)(L)),
-      ROW(R, DelHead, kNonVirtual, void(R::*)()),
-      ROW(R, DelTail, kNonVirtual, void(R::*)()),
-      ROW(R, Reverse, kNonVirtual, void(R::*)(L, L)),
-      ROW(R, Sort, kNonVirtual, void(R::*)(bool)),
-      ROW(R, Sort, kNonVirtual, void(R::*)(int (*)(const int&, const int&))),
-      ROW(R, Find, kNonVirtual, L(R::*)(const int&, L, L) const),
-      ROW(R, Find, kNonVirtual, L(R::*)(const int&, ZtQuene<L>&, L, L) const),
-      ROW(R, FindOrAppend, kNonVirtual, L(R::*)(const int&)),
-      ROW(R, FindOrInsertHead, kNonVirtual, void(R::*)(const int&)),
-      ROW(R, FindDel, kNonVirtual, L(R::*)(const int&)),
-      ROW(R, BFind, kNonVirtual, L(R::*)(const int&, L, L) const),
-      ROW(R, operator==, kNonVirtual, bool(R::*)(const R&) const),
-      ROW(R, operator!=, kNonVirtual, bool(R::*)(const R&) const),
-      ROW(R, operator<, kNonVirtual, bool(R::*)(const R&) const),
-      ROW(R, operator>, kNonVirtual, bool(R::*)(const R&) const),
+      ZT_ROW(R, operator=, kNonVirtual, R & (R::*)(const R&)),
+      ZT_ROW(R, GetLength, kNonVirtual, L(R::*)() const),
+      ZT_ROW(R, GetMaxIndex, kNonVirtual, L(R::*)() const),
+      ZT_ROW(R, IsEmpty, kNonVirtual, bool(R::*)() const),
+      ZT_ROW(R, IsValidIndex, kNonVirtual, bool(R::*)(L) const),
+      ZT_ROW(R, operator[], kNonVirtual, int& (R::*)(L)),
+      ZT_ROW(R, operator[], kNonVirtual, const int& (R::*)(L) const),
+      ZT_ROW(R, GetAt, kNonVirtual, const int& (R::*)(L) const),
+      ZT_ROW(R, SetAt, kNonVirtual, void(R::*)(L, const int&)),
+      ZT_ROW(R, GetDataBuffer, kNonVirtual, int* (R::*)() const),
+      ZT_ROW(R, ReAllocate, kNonVirtual, void(R::*)(L, bool)),
+      ZT_ROW(R, Reset, kNonVirtual, void(R::*)()),
+      ZT_ROW(R, SetAll, kNonVirtual, void(R::*)(const int&)),
+      ZT_ROW(R, Insert, kNonVirtual, void(R::*)(L, const int&)),
+      ZT_ROW(R, InsertHead, kNonVirtual, void(R::*)(const int&)),
+      ZT_ROW(R, Append, kNonVirtual, L(R::*)(const int&)),
+      ZT_ROW(R, Del, kNonVirtual, void(R::*)(L)),
+      ZT_ROW(R, DelHead, kNonVirtual, void(R::*)()),
+      ZT_ROW(R, DelTail, kNonVirtual, void(R::*)()),
+      ZT_ROW(R, Reverse, kNonVirtual, void(R::*)(L, L)),
+      ZT_ROW(R, Sort, kNonVirtual, void(R::*)(bool)),
+      ZT_ROW(R, Sort, kNonVirtual, void(R::*)(int (*)(const int&, const int&))),
+      ZT_ROW(R, Find, kNonVirtual, L(R::*)(const int&, L, L) const),
+      ZT_ROW(R, Find, kNonVirtual, L(R::*)(const int&, ZtQuene<L>&, L, L) const),
+      ZT_ROW(R, FindOrAppend, kNonVirtual, L(R::*)(const int&)),
+      ZT_ROW(R, FindOrInsertHead, kNonVirtual, void(R::*)(const int&)),
+      ZT_ROW(R, FindDel, kNonVirtual, L(R::*)(const int&)),
+      ZT_ROW(R, BFind, kNonVirtual, L(R::*)(const int&, L, L) const),
+      ZT_ROW(R, operator==, kNonVirtual, bool(R::*)(const R&) const),
+      ZT_ROW(R, operator!=, kNonVirtual, bool(R::*)(const R&) const),
+      ZT_ROW(R, operator<, kNonVirtual, bool(R::*)(const R&) const),
+      ZT_ROW(R, operator>, kNonVirtual, bool(R::*)(const R&) const),
       Holds("implicit ZtArray()", kImplicitCtor<R>),
       Holds("implicit ZtArray(long)", kImplicitCtor<R, L>),
       Holds("implicit ZtArray(const ZtArray&)", kImplicitCtor<R, const R&>),
@@ -318,8 +412,8 @@ TEST(ContainersInterface, ListNodes) {
       Holds("ZtDListNode::pre", ZT_FIELD(D, pre, D * D::*)),
       Holds("ZtDListNode: field order", Ascending({&d.data, &d.next, &d.pre})),
       Holds("ZtDListNode: no other field", sizeof(D) == LaidOutSize<int, D*, D*>(false)),
-      ROW(N, operator=, kNonVirtual, N & (N::*)(const N&)),
-      ROW(D, operator=, kNonVirtual, D & (D::*)(const D&)),
+      ZT_ROW(N, operator=, kNonVirtual, N & (N::*)(const N&)),
+      ZT_ROW(D, operator=, kNonVirtual, D & (D::*)(const D&)),
       Holds("implicit ZtListNode()", kImplicitCtor<N>),
       Holds("implicit ZtDListNode()", kImplicitCtor<D>),
       Holds("plain ZtListNode", !std::is_polymorphic_v<N> && !std::is_constructible_v<N, int>),
@@ -334,7 +428,7 @@ Rows Inside<ZtList<int>>::Get() {
   using N = ZtListNode<int>;
   Inside f;
   return {
-      ROW(Inside, ReAllocate, V(1), void(Li::*)(L)),
+      ZT_ROW(Inside, ReAllocate, V(1), void(Li::*)(L)),
       Holds("m_curNode", ZT_FIELD(Inside, m_curNode, N * Li::*)),
       Holds("m_head", ZT_FIELD(Inside, m_head, N * Li::*)),
       Holds("m_tail", ZT_FIELD(Inside, m_tail, N * Li::*)),
@@ -348,48 +442,21 @@ Rows Inside<ZtList<int>>::Get() {
 TEST(ContainersInterface, List) {
   using B = ZtDynArrayBase<int>;
   using Li = ZtList<int>;
+  ExpectRows(TableRows<Li, int>("ZtList", Family::kList, ListTable<int>()));
   // A doubly linked list reaches Conbine(ZtList&, long): no other overload takes it.
   const auto conbine = [](auto& a, auto& b) -> decltype(a.Conbine(b, L{0})) { return 0; };
   ExpectRows(Inside<Li>::Get());
   ExpectRows({
       Holds("ZtList::Conbine called with a ZtDList",
             std::is_invocable_v<decltype(conbine), Li&, ZtDList<int>&>),
-      ROW(Li, SetLength, V(3), void(Li::*)(L, bool)),
-      ROW(Li, Reset, V(4), void(Li::*)()),
-      ROW(Li, GetCurData, V(5), int& (Li::*)()),
-      ROW(Li, SetCurData, V(6), void(Li::*)(const int&)),
-      ROW(Li, MoveToFirst, V(7), void(Li::*)()),
-      ROW(Li, MoveToNext, V(8), void(Li::*)()),
-      ROW(Li, MoveToPre, V(9), void(Li::*)()),
-      ROW(Li, MoveToLast, V(10), void(Li::*)()),
-      ROW(Li, MoveTo, V(11), void(Li::*)(L)),
-      ROW(Li, operator[], V(12), int& (B::*)(L)),
-      ROW(Li, GetFirst, V(13), const int* (Li::*)() const),
-      ROW(Li, GetNext, V(14), const int* (Li::*)(const int*) const),
-      ROW(Li, GetPre, V(15), const int* (Li::*)(const int*) const),
-      ROW(Li, GetLast, V(16), const int* (Li::*)() const),
-      ROW(Li, GetAt, V(17), const int& (Li::*)(L) const),
-      ROW(Li, InsertCur, V(18), void(Li::*)(const int&)),
-      ROW(Li, Insert, V(19), void(Li::*)(L, const int&)),
-      ROW(Li, InsertHead, V(20), void(Li::*)(const int&)),
-      ROW(Li, Append, V(21), L(Li::*)(const int&)),
-      ROW(Li, DelCur, V(22), void(Li::*)()),
-      ROW(Li, Sort, V(23), void(Li::*)(int (*)(const int&, const int&))),
-      ROW(Li, Sort, V(24), void(Li::*)(bool)),
-      ROW(Li, Move, V(25), bool(B::*)(L, L)),
-      ROW(Li, InsertAfterCur, V(26), void(Li::*)(const int&)),
-      ROW(Li, DetachAfterCur, V(27), void(Li::*)()),
-      ROW(Li, Conbine, V(28), L(Li::*)(Li&, L)),
-      ROW(Li, Conbine, kNoSuchMember, L(Li::*)(ZtDList<int>&, L)),
-      ROW(Li, ReverseList, V(29), void(Li::*)()),
-      ROW(Li, Rotate, V(30), void(Li::*)(L, L)),
-      ROW(Li, GetCurPos, kNonVirtual, ZtListNode<int> * (Li::*)() const),
-      ROW(Li, Detach, kNonVirtual, void(Li::*)()),
-      ROW(Li, DetachAfter, kNonVirtual, void(Li::*)(L)),
-      ROW(Li, SplitAt, kNonVirtual, void(Li::*)(L, Li&)),
-      ROW(Li, SplitAtCur, kNonVirtual, void(Li::*)(Li&)),
-      ROW(Li, operator=, kNonVirtual, Li & (Li::*)(const Li&)),
-      ROW(Li, operator=, kNonVirtual, Li & (Li::*)(const B&)),
+      ZT_ROW(Li, Conbine, kNoSuchMember, L(Li::*)(ZtDList<int>&, L)),
+      ZT_ROW(Li, GetCurPos, kNonVirtual, ZtListNode<int> * (Li::*)() const),
+      ZT_ROW(Li, Detach, kNonVirtual, void(Li::*)()),
+      ZT_ROW(Li, DetachAfter, kNonVirtual, void(Li::*)(L)),
+      ZT_ROW(Li, SplitAt, kNonVirtual, void(Li::*)(L, Li&)),
+      ZT_ROW(Li, SplitAtCur, kNonVirtual, void(Li::*)(Li&)),
+      ZT_ROW(Li, operator=, kNonVirtual, Li & (Li::*)(const Li&)),
+      ZT_ROW(Li, operator=, kNonVirtual, Li & (Li::*)(const B&)),
       Holds("implicit ZtList()", kImplicitCtor<Li>),
       Holds("implicit ZtList(long)", kImplicitCtor<Li, L>),
       Holds("implicit ZtList(const ZtList&)", kImplicitCtor<Li, const Li&>),
@@ -401,31 +468,11 @@ TEST(ContainersInterface, DList) {
   using B = ZtDynArrayBase<int>;
   using Li = ZtList<int>;
   using Dl = ZtDList<int>;
+  ExpectRows(TableRows<Dl, int>("ZtDList", Family::kList, DListTable<int>()));
   ExpectRows({
-      ROW(Dl, SetLength, V(3), void(Li::*)(L, bool)),
-      ROW(Dl, Reset, V(4), void(Dl::*)()),
-      ROW(Dl, GetCurData, V(5), int& (Li::*)()),
-      ROW(Dl, MoveToNext, V(8), void(Li::*)()),
-      ROW(Dl, MoveToPre, V(9), void(Dl::*)()),
-      ROW(Dl, MoveTo, V(11), void(Dl::*)(L)),
-      ROW(Dl, operator[], V(12), int& (B::*)(L)),
-      ROW(Dl, GetNext, V(14), const int* (Li::*)(const int*) const),
-      ROW(Dl, GetPre, V(15), const int* (Dl::*)(const int*) const),
-      ROW(Dl, GetAt, V(17), const int& (Dl::*)(L) const),
-      ROW(Dl, InsertCur, V(18), void(Li::*)(const int&)),
-      ROW(Dl, Append, V(21), L(Li::*)(const int&)),
-      ROW(Dl, DelCur, V(22), void(Dl::*)()),
-      ROW(Dl, Sort, V(23), void(Dl::*)(int (*)(const int&, const int&))),
-      ROW(Dl, Sort, V(24), void(Dl::*)(bool)),
-      ROW(Dl, Move, V(25), bool(B::*)(L, L)),
-      ROW(Dl, InsertAfterCur, V(26), void(Dl::*)(const int&)),
-      ROW(Dl, DetachAfterCur, V(27), void(Dl::*)()),
-      ROW(Dl, Conbine, V(28), L(Dl::*)(Li&, L)),
-      ROW(Dl, ReverseList, V(29), void(Dl::*)()),
-      ROW(Dl, Rotate, V(30), void(Dl::*)(L, L)),
-      ROW(Dl, SplitAt, kNonVirtual, void(Li::*)(L, Li&)),
-      ROW(Dl, operator=, kNonVirtual, Dl & (Dl::*)(const Dl&)),
-      ROW(Dl, operator=, kNonVirtual, Dl & (Dl::*)(const B&)),
+      ZT_ROW(Dl, SplitAt, kNonVirtual, void(Li::*)(L, Li&)),
+      ZT_ROW(Dl, operator=, kNonVirtual, Dl & (Dl::*)(const Dl&)),
+      ZT_ROW(Dl, operator=, kNonVirtual, Dl & (Dl::*)(const B&)),
       Holds("implicit ZtDList()", kImplicitCtor<Dl>),
       Holds("implicit ZtDList(long)", kImplicitCtor<Dl, L>),
       Holds("implicit ZtDList(const ZtDList&)", kImplicitCtor<Dl, const Dl&>),
@@ -438,40 +485,34 @@ TEST(ContainersInterface, DList) {
 template <class O>
 Rows OwningListMembers(const std::string& name) {
   Rows rows = {
-      ROW(O, IsCurEmpty, kNonVirtual, bool(O::*)() const),
-      ROW(O, IsCurEmpty, kNoSuchMember, bool(O::*)()),
-      ROW(O, IsEmptyData, kNonVirtual, bool(O::*)(L) const),
-      ROW(O, GetDataNum, kNonVirtual, L(O::*)() const),
-      ROW(O, GetCurPData, kNonVirtual, Item & (O::*)()),
-      ROW(O, GetPData, kNonVirtual, const Item& (O::*)(L) const),
-      ROW(O, operator(), kNonVirtual, Item & (O::*)(L)),
-      ROW(O, ReleaseCur, kNonVirtual, void(O::*)()),
-      ROW(O, Release, kNonVirtual, void(O::*)(L)),
-      ROW(O, ReleaseAll, kNonVirtual, void(O::*)()),
-      ROW(O, TakeOffCur, kNonVirtual, Item * (O::*)()),
-      ROW(O, TakeOff, kNonVirtual, Item * (O::*)(L)),
-      ROW(O, TakeOffHead, kNonVirtual, Item * (O::*)()),
-      ROW(O, TakeOffTail, kNonVirtual, Item * (O::*)()),
-      ROW(O, PlaceIn, kNonVirtual, L(O::*)(Item*)),
-      ROW(O, FindData, kNonVirtual, L(O::*)(const Item&, L, L) const),
-      ROW(O, FindData, kNonVirtual, L(O::*)(const Item&, ZtQuene<L>&, L, L) const),
-      ROW(O, FindDataTo, kNonVirtual, bool(O::*)(const Item&, L, L)),
-      ROW(O, FindDataOrAppend, kNonVirtual, L(O::*)(const Item&)),
-      ROW(O, FindDataOrInsertHead, kNonVirtual, void(O::*)(const Item&)),
-      ROW(O, FindDataDel, kNonVirtual, L(O::*)(const Item&)),
-      ROW(O, FindDel, kNonVirtual, L(O::*)(Item*)),
-      ROW(O, BFindData, kNonVirtual, L(O::*)(const Item&, L, L) const),
-      ROW(O, BFindDataTo, kNonVirtual, bool(O::*)(const Item&, L, L)),
-      ROW(O, SortInto, kNonVirtual, bool(O::*)(Item*, bool)),
-      ROW(O, operator==, kNonVirtual, bool(O::*)(const O&) const),
-      ROW(O, operator!=, kNonVirtual, bool(O::*)(const O&) const),
-      ROW(O, operator=, kNonVirtual, O & (O::*)(const O&)),
-      // The owning slots.
-      ROW(O, Reset, V(4), void(O::*)()),
-      ROW(O, DelCur, V(22), void(O::*)()),
-      ROW(O, Sort, V(24), void(O::*)(bool)),
-      ROW(O, Move, V(25), bool(O::*)(L, L)),
-      ROW(O, Sort, V(31), void(O::*)(int (*)(const Item&, const Item&))),
+      ZT_ROW(O, IsCurEmpty, kNonVirtual, bool(O::*)() const),
+      ZT_ROW(O, IsCurEmpty, kNoSuchMember, bool(O::*)()),
+      ZT_ROW(O, IsEmptyData, kNonVirtual, bool(O::*)(L) const),
+      ZT_ROW(O, GetDataNum, kNonVirtual, L(O::*)() const),
+      ZT_ROW(O, GetCurPData, kNonVirtual, Item & (O::*)()),
+      ZT_ROW(O, GetPData, kNonVirtual, const Item& (O::*)(L) const),
+      ZT_ROW(O, operator(), kNonVirtual, Item & (O::*)(L)),
+      ZT_ROW(O, ReleaseCur, kNonVirtual, void(O::*)()),
+      ZT_ROW(O, Release, kNonVirtual, void(O::*)(L)),
+      ZT_ROW(O, ReleaseAll, kNonVirtual, void(O::*)()),
+      ZT_ROW(O, TakeOffCur, kNonVirtual, Item * (O::*)()),
+      ZT_ROW(O, TakeOff, kNonVirtual, Item * (O::*)(L)),
+      ZT_ROW(O, TakeOffHead, kNonVirtual, Item * (O::*)()),
+      ZT_ROW(O, TakeOffTail, kNonVirtual, Item * (O::*)()),
+      ZT_ROW(O, PlaceIn, kNonVirtual, L(O::*)(Item*)),
+      ZT_ROW(O, FindData, kNonVirtual, L(O::*)(const Item&, L, L) const),
+      ZT_ROW(O, FindData, kNonVirtual, L(O::*)(const Item&, ZtQuene<L>&, L, L) const),
+      ZT_ROW(O, FindDataTo, kNonVirtual, bool(O::*)(const Item&, L, L)),
+      ZT_ROW(O, FindDataOrAppend, kNonVirtual, L(O::*)(const Item&)),
+      ZT_ROW(O, FindDataOrInsertHead, kNonVirtual, void(O::*)(const Item&)),
+      ZT_ROW(O, FindDataDel, kNonVirtual, L(O::*)(const Item&)),
+      ZT_ROW(O, FindDel, kNonVirtual, L(O::*)(Item*)),
+      ZT_ROW(O, BFindData, kNonVirtual, L(O::*)(const Item&, L, L) const),
+      ZT_ROW(O, BFindDataTo, kNonVirtual, bool(O::*)(const Item&, L, L)),
+      ZT_ROW(O, SortInto, kNonVirtual, bool(O::*)(Item*, bool)),
+      ZT_ROW(O, operator==, kNonVirtual, bool(O::*)(const O&) const),
+      ZT_ROW(O, operator!=, kNonVirtual, bool(O::*)(const O&) const),
+      ZT_ROW(O, operator=, kNonVirtual, O & (O::*)(const O&)),
       Holds("implicit ()", kImplicitCtor<O>),
       Holds("implicit (long)", kImplicitCtor<O, L>),
       Holds("implicit (const&)", kImplicitCtor<O, const O&>),
@@ -482,21 +523,17 @@ Rows OwningListMembers(const std::string& name) {
 
 template <>
 Rows Inside<ZtPDList<Item>>::Get() {
-  return {ROW(Inside, ReAllocate, V(1), void(ZtPDList<Item>::*)(L))};
+  return {ZT_ROW(Inside, ReAllocate, V(1), void(ZtPDList<Item>::*)(L))};
 }
 
 TEST(ContainersInterface, PDList) {
-  using Li = ZtList<Item*>;
   using Dl = ZtDList<Item*>;
   using Pd = ZtPDList<Item>;
+  ExpectRows(
+      TableRows<Pd, Item*>("ZtPDList", Family::kList, OwningListTable<Pd, DListTable<Item*>>()));
   ExpectRows(OwningListMembers<Pd>("ZtPDList"));
   ExpectRows(Inside<Pd>::Get());
   ExpectRows({
-      ROW(Pd, SetLength, V(3), void(Li::*)(L, bool)),
-      ROW(Pd, MoveTo, V(11), void(Dl::*)(L)),
-      ROW(Pd, Sort, V(23), void(Dl::*)(int (*)(Item* const&, Item* const&))),
-      ROW(Pd, InsertAfterCur, V(26), void(Dl::*)(Item* const&)),
-      ROW(Pd, Rotate, V(30), void(Dl::*)(L, L)),
       Holds("ZtPDList: derives from ZtDList<T*>", std::is_base_of_v<Dl, Pd>),
       Holds("ZtPDList: no field of its own", sizeof(Pd) == sizeof(Dl)),
   });
@@ -508,7 +545,7 @@ Rows Inside<ZtXList<int>>::Get() {
   using N = ZtListNode<int>;
   Inside f;
   return {
-      ROW(Inside, UpdateGroup, kNonVirtual, void(X::*)(L)),
+      ZT_ROW(Inside, UpdateGroup, kNonVirtual, void(X::*)(L)),
       Holds("m_groupIndex", ZT_FIELD(Inside, m_groupIndex, ZtDynArray<N*> X::*)),
       Holds("m_groupSize", ZT_FIELD(Inside, m_groupSize, L X::*)),
       Holds("ZtXList: field order", Ascending({&f.m_tail, &f.m_groupIndex, &f.m_groupSize})),
@@ -518,23 +555,11 @@ Rows Inside<ZtXList<int>>::Get() {
 }
 
 TEST(ContainersInterface, XList) {
-  using Li = ZtList<int>;
-  using Dl = ZtDList<int>;
   using X = ZtXList<int>;
+  ExpectRows(TableRows<X, int>("ZtXList", Family::kList, XListTable<int>()));
   ExpectRows(Inside<X>::Get());
   ExpectRows({
-      ROW(X, Reset, V(4), void(X::*)()),
-      ROW(X, MoveToPre, V(9), void(Dl::*)()),
-      ROW(X, MoveTo, V(11), void(X::*)(L)),
-      ROW(X, GetAt, V(17), const int& (Dl::*)(L) const),
-      ROW(X, DelCur, V(22), void(X::*)()),
-      ROW(X, Sort, V(24), void(Dl::*)(bool)),
-      ROW(X, InsertAfterCur, V(26), void(X::*)(const int&)),
-      ROW(X, DetachAfterCur, V(27), void(X::*)()),
-      ROW(X, Conbine, V(28), L(X::*)(Li&, L)),
-      ROW(X, ReverseList, V(29), void(X::*)()),
-      ROW(X, Rotate, V(30), void(X::*)(L, L)),
-      ROW(X, operator=, kNonVirtual, X & (X::*)(const X&)),
+      ZT_ROW(X, operator=, kNonVirtual, X & (X::*)(const X&)),
       Holds("ZtXList: no GetGroupSize", !ZT_HAS_NAME(X, GetGroupSize)),
       Holds("implicit ZtXList()", kImplicitCtor<X>),
       Holds("implicit ZtXList(long)", kImplicitCtor<X, L>),
@@ -548,20 +573,19 @@ template <>
 Rows Inside<ZtPXList<Item>>::Get() {
   using Px = ZtPXList<Item>;
   return {
-      ROW(Inside, ReAllocate, V(1), void(Px::*)(L)),
-      ROW(Inside, SetAll, kNonVirtual, void(Px::*)(const Item*)),
+      ZT_ROW(Inside, ReAllocate, V(1), void(Px::*)(L)),
+      ZT_ROW(Inside, SetAll, kNonVirtual, void(Px::*)(const Item*)),
   };
 }
 
 TEST(ContainersInterface, PXList) {
   using X = ZtXList<Item*>;
   using Px = ZtPXList<Item>;
+  ExpectRows(
+      TableRows<Px, Item*>("ZtPXList", Family::kList, OwningListTable<Px, XListTable<Item*>>()));
   ExpectRows(OwningListMembers<Px>("ZtPXList"));
   ExpectRows(Inside<Px>::Get());
   ExpectRows({
-      ROW(Px, MoveTo, V(11), void(X::*)(L)),
-      ROW(Px, InsertAfterCur, V(26), void(X::*)(Item* const&)),
-      ROW(Px, Conbine, V(28), L(X::*)(ZtList<Item*>&, L)),
       Holds("ZtPXList: SetAll hidden", !ZT_HAS_NAME(Px, SetAll)),
       Holds("implicit ZtPXList(long, long)", kImplicitCtor<Px, L, L>),
       Holds("implicit ZtPXList(long, long, long)", kImplicitCtor<Px, L, L, L>),
@@ -577,10 +601,13 @@ template <class Q, class Owner, class E>
 Rows QueneOperations(const std::string& name) {
   constexpr auto Q8 = [](int order) { return ListedSlot(order, 8); };
   Rows rows = {
-      ROW(Q, Clear, Q8(1), void(Owner::*)()),       ROW(Q, GetCount, Q8(2), L(Owner::*)() const),
-      ROW(Q, operator[], Q8(3), E & (Owner::*)(L)), ROW(Q, GetHead, Q8(4), bool(Owner::*)(E&)),
-      ROW(Q, GetTail, Q8(5), bool(Owner::*)(E&)),   ROW(Q, Push, Q8(6), bool(Owner::*)(const E&)),
-      ROW(Q, Pop, Q8(7), bool(Owner::*)(E&)),
+      ZT_ROW(Q, Clear, Q8(1), void(Owner::*)()),
+      ZT_ROW(Q, GetCount, Q8(2), L(Owner::*)() const),
+      ZT_ROW(Q, operator[], Q8(3), E & (Owner::*)(L)),
+      ZT_ROW(Q, GetHead, Q8(4), bool(Owner::*)(E&)),
+      ZT_ROW(Q, GetTail, Q8(5), bool(Owner::*)(E&)),
+      ZT_ROW(Q, Push, Q8(6), bool(Owner::*)(const E&)),
+      ZT_ROW(Q, Pop, Q8(7), bool(Owner::*)(E&)),
   };
   for (InterfaceRow& row : rows) row.what = name + ": " + row.what;
   return rows;
@@ -653,8 +680,6 @@ TEST(ContainersInterface, PushVar) {
       Holds("implicit ZtPushVar(T&, const T&)", kImplicitCtor<PV, int&, const int&>),
   });
 }
-
-#undef ROW
 
 }  // namespace
 }  // namespace zt::test

@@ -119,10 +119,26 @@ struct InterfaceRow {
 /// A row that holds when `holds` is true.
 inline InterfaceRow Holds(std::string what, bool holds) { return {std::move(what), 1, holds}; }
 
+using Rows = std::vector<InterfaceRow>;
+
 /// Expects every row, naming each one that does not hold.
-inline void ExpectRows(const std::vector<InterfaceRow>& rows) {
+inline void ExpectRows(const Rows& rows) {
   for (const InterfaceRow& row : rows) EXPECT_EQ(row.actual, row.expected) << row.what;
 }
+
+// Each test file specialises Get for the classes it probes. The template lives in an unnamed
+// namespace so that every file has its own (specialisations may then sit in the test's unnamed
+// namespace, and two files probing the same class do not clash).
+namespace {  // NOLINT(cert-dcl59-cpp,google-build-namespaces)
+
+/// Reaches C's protected members: a class's rows that need them are a specialisation of Get.
+template <class C>
+struct Inside : C {
+  using C::C;
+  static Rows Get();
+};
+
+}  // namespace
 
 /// What ZT_MEMBER reports besides a slot: a member that is not virtual, one of the right function
 /// type that another class declares, and no member of that function type at all.
@@ -197,6 +213,13 @@ constexpr std::size_t LaidOutSize(bool polymorphic) {
         return static_cast<std::remove_pointer_t<decltype(s)>>(                                 \
             &std::remove_pointer_t<decltype(c)>::name);                                         \
       })
+
+/// ZT_ROW(C, name, slot, Sig): the table row "C's member `name` of member-pointer type Sig is in
+/// `slot`" (a slot from ListedSlot, or kNonVirtual, kDeclaredElsewhere, kNoSuchMember).
+#define ZT_ROW(C, name, slot, ...)                                           \
+  ::zt::test::InterfaceRow {                                                 \
+#C "::" #name " as " #__VA_ARGS__, slot, ZT_MEMBER(C, name, __VA_ARGS__) \
+  }
 
 /// ZT_FIELD(C, name, Type): C has a field `name` whose pointer-to-member type is exactly Type, so
 /// that both its type and the class declaring it match. To reach a protected field, use it inside

@@ -24,7 +24,8 @@
 // still return with every object kept, none deleted, placed by rank as dyn_array.h says. GetPData,
 // GetCurPData and operator() on an empty slot yield a scratch object instead of dereferencing null;
 // for a T of which no scratch object can be made (abstract, or without a default constructor)
-// such a call stops the program with std::abort. T needs only delete, ==, !=, < and >.
+// such a call stops the program with std::abort. T needs only delete, == (the searches), != (==
+// of arrays and SortInto's equal run), < and >.
 #ifndef ZT_CONTAINERS_DYN_PARRAY_H_
 #define ZT_CONTAINERS_DYN_PARRAY_H_
 
@@ -147,12 +148,14 @@ class ZtDynPArray : public ZtDynArray<T*>, public zt::detail::OwnsPointees {
   /// Inserts p at its sorted place by object and adopts it (true). With an equal object present
   /// and `dup` false nothing is stored and the caller keeps p (false); with `dup` p goes behind
   /// the equal run.
-  bool SortInto(T* p, bool dup) { return zt::detail::owning::SortInto<T>(*this, p, dup); }
+  bool SortInto(T* p, bool dup) {
+    return zt::detail::owning::SortInto<T>(*this, p, dup, zt::detail::owning::NotUnequal<T>);
+  }
   /// Object sort in which empty slots gather at the end, in both directions.
   void SortEx(bool ascending);
   /// Slot-by-slot equality by object; two empty slots are equal.
   bool operator==(const ZtDynPArray& other) const {
-    return zt::detail::owning::Equal<T>(*this, other);
+    return zt::detail::owning::Equal<T>(*this, other, zt::detail::owning::NotUnequal<T>);
   }
   bool operator!=(const ZtDynPArray& other) const { return !(*this == other); }
 };

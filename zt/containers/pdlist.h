@@ -26,7 +26,8 @@
 // are the lists' insertion sorts: whatever the order they end with every object kept, none
 // deleted. Out-of-contract calls never dereference null: GetPData and friends yield a scratch
 // object for an empty place (see dyn_parray.h for a T of which none can be made). T needs only
-// delete, ==, !=, < and >, and a copy constructor for the two members that add a copy.
+// delete, == (also for == of lists and SortInto's equal run), < and >, and a copy constructor for
+// the two members that add a copy.
 #ifndef ZT_CONTAINERS_PDLIST_H_
 #define ZT_CONTAINERS_PDLIST_H_
 

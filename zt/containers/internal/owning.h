@@ -243,24 +243,35 @@ bool BFindDataTo(Seq<T>& s, const T& v, ZtLong from, ZtLong to, [[maybe_unused]]
   return BisectCursor(s, from, to, ValueAfter(v), ValueBefore(v));
 }
 
-// Inserts p at its sorted place by object; with an equal object present it goes behind the
-// equal run when `dup`, or is refused (false, the caller keeps p). Adopts p on true.
+// Two objects compared as equal, the way each family asks: the owning array tests !=, the owning
+// lists ==. A client whose T defines the two inconsistently sees its own operator.
 template <class T>
-bool SortInto(Seq<T>& s, T* p, bool dup) {
-  if (p == nullptr) return false;
-  const bool found = BisectCursor(s, 0, -1, ValueAfter(*p), ValueBefore(*p));
-  return InsertSorted(s, p, found, dup, [p](T* e) { return e != nullptr && !(*e != *p); });
+bool NotUnequal(const T& a, const T& b) {
+  return !(a != b);
+}
+template <class T>
+bool EqualObjects(const T& a, const T& b) {
+  return a == b;
 }
 
-// Element-wise equality by object: two empty places are equal, one empty place is not.
-template <class T>
-bool Equal(const Seq<T>& a, const Seq<T>& b) {
+// Inserts p at its sorted place by object; with an equal object (`same`) present it goes behind
+// the equal run when `dup`, or is refused (false, the caller keeps p). Adopts p on true.
+template <class T, class Same>
+bool SortInto(Seq<T>& s, T* p, bool dup, Same same) {
+  if (p == nullptr) return false;
+  const bool found = BisectCursor(s, 0, -1, ValueAfter(*p), ValueBefore(*p));
+  return InsertSorted(s, p, found, dup, [p, same](T* e) { return e != nullptr && same(*e, *p); });
+}
+
+// Element-wise equality by object (`same`): two empty places are equal, one empty place is not.
+template <class T, class Same>
+bool Equal(const Seq<T>& a, const Seq<T>& b, Same same) {
   if (a.GetLength() != b.GetLength()) return false;
   T* const* q = b.GetFirst();
   for (T* const* p = a.GetFirst(); p != nullptr && q != nullptr;
        p = a.GetNext(p), q = b.GetNext(q)) {
     if ((*p == nullptr) != (*q == nullptr)) return false;
-    if (*p != nullptr && **p != **q) return false;
+    if (*p != nullptr && !same(**p, **q)) return false;
   }
   return true;
 }

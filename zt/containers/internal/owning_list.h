@@ -123,9 +123,12 @@ auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
     return zt::detail::owning::BFindDataTo<T>(*this, x, from, to, #Class);                         \
   }                                                                                                \
   bool SortInto(T* p, bool allowEqual) {                                                           \
-    return zt::detail::owning::SortInto<T>(*this, p, allowEqual);                                  \
+    return zt::detail::owning::SortInto<T>(*this, p, allowEqual,                                   \
+                                           zt::detail::owning::EqualObjects<T>);                   \
   }                                                                                                \
-  bool operator==(const Class& other) const { return zt::detail::owning::Equal<T>(*this, other); } \
+  bool operator==(const Class& other) const {                                                      \
+    return zt::detail::owning::Equal<T>(*this, other, zt::detail::owning::EqualObjects<T>);        \
+  }                                                                                                \
   bool operator!=(const Class& other) const { return !(*this == other); }                          \
                                                                                                    \
  protected:                                                                                        \
