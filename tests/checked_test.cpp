@@ -18,13 +18,46 @@ struct Case {
 };
 
 std::vector<Case> Cases() {
+  // One call per kind of report, spread over the subsystems; each is ignored by the ordinary build.
   return {
-      {"cursor out",
+      {"cursor out", [] { ZtDynArray<int>().DelCur(); }, "ZtDynArray::DelCur: cursor -1 "},
+      {"cursor out of a list", [] { ZtDList<int>().SetCurData(1); },
+       "ZtList::SetCurData: cursor -1 "},
+      {"invalid index", [] { ZtArray<int>(2).Del(3); }, "ZtArray::Del: index 3 "},
+      {"invalid position in a set", [] { static_cast<void>(ZtParallelTasks()[0]); },
+       "ZtParallelTasks::operator\\[\\]: index 0 "},
+      {"negative length", [] { ZtDynArray<int>().SetLength(-2, true); },
+       "ZtDynArray::SetLength: length -2 "},
+      {"count beyond the text", [] { ZtStringA("abc").Left(5); }, "ZtStringA::Left: count 5 "},
+      {"reversed range", [] { ZtStringW(L"abcd").Del(2, 1); }, "ZtStringW::Del: range 2 "},
+      {"typed read past the end",
        [] {
-         ZtDynArray<int> a;
-         a.DelCur();
+         ZtDynArrayStream s;
+         ZtLong v = 0;
+         s >> v;
        },
-       "ZtDynArray::DelCur: cursor -1 "},
+       "ZtStream::ReadLong: position 0 "},
+      {"unit size", [] { ZtBitArray(8, 3); }, "ZtBitArray::ZtBitArray: unit size 3 "},
+      {"bit past the units", [] { ZtBitArray(3, 1).Set(5); }, "ZtBitArray::Set: bit 5 "},
+      {"value wider than its unit", [] { ZtBitArray(4, 2).SetValue(0, 7); },
+       "ZtBitArray::SetValue: value 7 "},
+      {"group size", [] { ZtXList<int>(0, 0); }, "ZtXList::ZtXList: group size 0 "},
+      {"empty place",
+       [] {
+         ZtDynPArray<int> p;
+         p.Append(nullptr);
+         static_cast<void>(p.GetPData(0));
+       },
+       "ZtDynPArray::GetPData: empty place 0 "},
+      {"null object", [] { ZtGraph() << static_cast<ZtGraphNode*>(nullptr); },
+       "ZtGraph::operator<<: node pointer 0 "},
+      {"null name", [] { ZtSendEvent(nullptr, nullptr, 0); }, "::ZtSendEvent: name pointer 0 "},
+      {"parent without genes",
+       [] {
+         GA_Population p;
+         GA_Individual().Multiply(GA_Individual(), p);
+       },
+       "GA_Individual::Multiply: length 0 "},
   };
 }
 

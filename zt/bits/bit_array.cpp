@@ -28,16 +28,28 @@ ZtLong Rescaled(ZtLong n, ZtLong from, ZtLong to) {
   return static_cast<ZtLong>(static_cast<std::int64_t>(n) * from / to);
 }
 
+// In the checked build, reports a unit size other than 1, 2 or 4 given to `op`.
+void CheckUnitSize([[maybe_unused]] ZtLong s, [[maybe_unused]] const char* op) {
+  ZT_REPORT_UNLESS(s == 1 || s == 2 || s == 4, op, "ZtBitArray", "unit size", s);
+}
+
+// `n` (a count of units or bytes given to `op`) unchanged, or 0 when it is negative, which the
+// checked build reports.
+ZtLong Count(ZtLong n, [[maybe_unused]] const char* op) {
+  return ZT_IN_CONTRACT(n >= 0, op, "ZtBitArray", "length", n) ? n : 0;
+}
+
 }  // namespace
 
 ZtBitArray::ZtBitArray(ZtLong unitNum, ZtLong unitSize)
-    : m_unitSize(unitSize < 1 ? 1 : unitSize), m_unitNum(unitNum < 0 ? 0 : unitNum) {
+    : m_unitSize(unitSize < 1 ? 1 : unitSize), m_unitNum(Count(unitNum, "ZtBitArray")) {
+  CheckUnitSize(unitSize, "ZtBitArray");
   m_data = NewBytes(GetByteSize(), nullptr, 0);
   ResetAll();
 }
 
 ZtBitArray::ZtBitArray(void* p, ZtLong byteNum, bool attach)
-    : m_unitNum(byteNum < 0 ? 0 : byteNum * 8), m_own(!attach) {
+    : m_unitNum(Count(byteNum, "ZtBitArray") * 8), m_own(!attach) {
   m_data = attach ? static_cast<char*>(p) : NewBytes(byteNum, static_cast<const char*>(p), byteNum);
 }
 
@@ -67,7 +79,7 @@ ZtBitArray& ZtBitArray::operator=(const ZtBitArray& o) {
 }
 
 void ZtBitArray::ReAllocate(ZtLong n) {
-  if (n < 0) n = 0;
+  n = Count(n, "ReAllocate");
   if (n == m_unitNum) return;
   Adopt(NewBytes(BytesFor(n, m_unitSize), m_data, GetByteSize()));
   m_unitNum = n;
@@ -84,7 +96,7 @@ void ZtBitArray::Adopt(char* fresh) {
 void ZtBitArray::Attach(ZtLong byteNum, char* p) {
   if (p != m_data && m_own) delete[] m_data;
   m_data = p;
-  m_unitNum = byteNum < 0 ? 0 : byteNum * 8 / m_unitSize;
+  m_unitNum = Count(byteNum, "Attach") * 8 / m_unitSize;
 }
 
 char* ZtBitArray::Detach() {
@@ -95,6 +107,7 @@ char* ZtBitArray::Detach() {
 }
 
 void ZtBitArray::SetUnitSize(ZtLong s) {
+  CheckUnitSize(s, "SetUnitSize");
   if (s < 1) return;
   m_unitNum = Rescaled(m_unitNum, m_unitSize, s);
   m_unitSize = s;

@@ -19,11 +19,14 @@
 // the mode (an owning array adopts p, a borrowing one borrows it); Detach hands the buffer over.
 //
 // Unit and bit indices are not checked (keep them below GetLength() and GetBitSize()). Negative
-// unit counts count as 0. The conversions treat bytes beyond the buffer as 0. Allocation failure
-// throws std::bad_alloc and leaves the array as it was.
+// unit counts count as 0. The checked build reports an index or bit outside, a value wider than
+// its unit, a unit size other than 1, 2 or 4 and a negative count (zt/checked.h). The conversions
+// treat bytes beyond the buffer as 0. Allocation failure throws std::bad_alloc and leaves the array
+// as it was.
 #ifndef ZT_BITS_BIT_ARRAY_H_
 #define ZT_BITS_BIT_ARRAY_H_
 
+#include "zt/checked.h"
 #include "zt/config.h"
 
 /// Packed units of 1, 2 or 4 bits over an owned or borrowed byte buffer.
@@ -70,6 +73,7 @@ class ZT_API ZtBitArray {
 
   /// Unit i, masked with 1, 3 or 15 for unit sizes 1, 2 and any other.
   ZtLong GetValue(ZtLong i) const {
+    ZT_REPORT_UNLESS(IsValidIndex(i), "GetValue", "ZtBitArray", "index", i);
     ZtLong byte = 0;
     ZtLong bit = 0;
     UnitToByte(i, byte, bit);
@@ -77,6 +81,9 @@ class ZT_API ZtBitArray {
   }
   /// ORs v into unit i (v is cut to the unit's width so neighbouring units never change).
   void SetValue(ZtLong i, char v) {
+    ZT_REPORT_UNLESS(IsValidIndex(i), "SetValue", "ZtBitArray", "index", i);
+    ZT_REPORT_UNLESS(static_cast<unsigned char>(v) <= UnitMask(), "SetValue", "ZtBitArray", "value",
+                     static_cast<unsigned char>(v));
     ZtLong byte = 0;
     ZtLong bit = 0;
     UnitToByte(i, byte, bit);
@@ -92,13 +99,16 @@ class ZT_API ZtBitArray {
   void ResetAll();
   /// Bit `bit` of the buffer, whatever the unit size.
   bool operator[](ZtLong bit) {
+    ZT_REPORT_UNLESS(bit >= 0 && bit < GetBitSize(), "operator[]", "ZtBitArray", "bit", bit);
     return (static_cast<unsigned char>(m_data[bit / 8]) >> (bit % 8) & 1U) != 0;
   }
   void Set(ZtLong bit) {
+    ZT_REPORT_UNLESS(bit >= 0 && bit < GetBitSize(), "Set", "ZtBitArray", "bit", bit);
     m_data[bit / 8] =
         static_cast<char>(static_cast<unsigned char>(m_data[bit / 8]) | 1U << (bit % 8));
   }
   void Reset(ZtLong bit) {
+    ZT_REPORT_UNLESS(bit >= 0 && bit < GetBitSize(), "Reset", "ZtBitArray", "bit", bit);
     m_data[bit / 8] =
         static_cast<char>(static_cast<unsigned char>(m_data[bit / 8]) & ~(1U << (bit % 8)));
   }

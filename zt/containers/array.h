@@ -19,10 +19,12 @@
 // length and contents. When an element's copy throws, the exception passes through and the array
 // stays valid; nothing leaks. Out of contract and ignored: Insert outside [0, length], Del with an
 // invalid index, SetAt with an invalid index; operator[] and GetAt with an invalid index yield a
-// scratch value; Find and BFind with a negative `from` find nothing.
+// scratch value; Find and BFind with a negative `from` find nothing. The checked build reports
+// each of these calls (zt/checked.h).
 #ifndef ZT_CONTAINERS_ARRAY_H_
 #define ZT_CONTAINERS_ARRAY_H_
 
+#include "zt/checked.h"
 #include "zt/config.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/internal/element_ops.h"
@@ -51,11 +53,18 @@ class ZtArray {
   bool IsEmpty() const { return m_count == 0; }
   bool IsValidIndex(ZtLong i) const { return i >= 0 && i < m_count; }
   /// Element i; never grows.
-  T& operator[](ZtLong i) { return IsValidIndex(i) ? m_data[i] : zt::detail::Sink<T>(); }
+  T& operator[](ZtLong i) {
+    return ZT_IN_CONTRACT(IsValidIndex(i), "operator[]", "ZtArray", "index", i)
+               ? m_data[i]
+               : zt::detail::Sink<T>();
+  }
   const T& operator[](ZtLong i) const { return GetAt(i); }
-  const T& GetAt(ZtLong i) const { return IsValidIndex(i) ? m_data[i] : zt::detail::Sink<T>(); }
+  const T& GetAt(ZtLong i) const {
+    return ZT_IN_CONTRACT(IsValidIndex(i), "GetAt", "ZtArray", "index", i) ? m_data[i]
+                                                                           : zt::detail::Sink<T>();
+  }
   void SetAt(ZtLong i, const T& v) {
-    if (IsValidIndex(i)) m_data[i] = v;
+    if (ZT_IN_CONTRACT(IsValidIndex(i), "SetAt", "ZtArray", "index", i)) m_data[i] = v;
   }
   /// The buffer itself (null when empty), for callers that fill or read it directly.
   T* GetDataBuffer() const { return m_data; }
@@ -166,7 +175,7 @@ void ZtArray<T>::ReAllocate(ZtLong n, bool keep) {
 
 template <class T>
 void ZtArray<T>::Insert(ZtLong i, const T& v) {
-  if (i < 0 || i > m_count) return;
+  if (!ZT_IN_CONTRACT(i >= 0 && i <= m_count, "Insert", "ZtArray", "index", i)) return;
   const ZtLong n = zt::detail::AddLength(m_count, 1);
   T* fresh = zt::detail::CopyIntoNew(n, m_data, i);
   try {
@@ -181,7 +190,7 @@ void ZtArray<T>::Insert(ZtLong i, const T& v) {
 
 template <class T>
 void ZtArray<T>::Del(ZtLong i) {
-  if (!IsValidIndex(i)) return;
+  if (!ZT_IN_CONTRACT(IsValidIndex(i), "Del", "ZtArray", "index", i)) return;
   const ZtLong n = m_count - 1;
   T* fresh = zt::detail::CopyIntoNew(n, m_data, i);
   try {
@@ -196,7 +205,10 @@ void ZtArray<T>::Del(ZtLong i) {
 template <class T>
 void ZtArray<T>::Reverse(ZtLong from, ZtLong to) {
   if (to == -1) to = m_count - 1;
-  if (!IsValidIndex(from) || !IsValidIndex(to)) return;
+  if (!ZT_IN_CONTRACT(IsValidIndex(from) && IsValidIndex(to), "Reverse", "ZtArray", "index",
+                      IsValidIndex(from) ? to : from)) {
+    return;
+  }
   for (ZtLong k = 0, count = (to - from + 1) / 2; k < count; ++k) {
     const T tmp = m_data[from + k];
     m_data[from + k] = m_data[to - k];
@@ -217,7 +229,7 @@ void ZtArray<T>::Sort(int (*cmp)(const T&, const T&)) {
 
 template <class T>
 ZtLong ZtArray<T>::Find(const T& v, ZtLong from, ZtLong to) const {
-  if (from < 0) return -1;
+  if (!ZT_IN_CONTRACT(from >= 0, "Find", "ZtArray", "index", from)) return -1;
   for (ZtLong i = from, last = ClampTo(to); i <= last; ++i) {
     if (m_data[i] == v) return i;
   }
@@ -226,7 +238,7 @@ ZtLong ZtArray<T>::Find(const T& v, ZtLong from, ZtLong to) const {
 
 template <class T>
 ZtLong ZtArray<T>::Find(const T& v, ZtQuene<ZtLong>& hits, ZtLong from, ZtLong to) const {
-  if (from >= 0) {
+  if (ZT_IN_CONTRACT(from >= 0, "Find", "ZtArray", "index", from)) {
     for (ZtLong i = from, last = ClampTo(to); i <= last; ++i) {
       if (m_data[i] == v) hits.Push(i);
     }
@@ -250,6 +262,7 @@ ZtLong ZtArray<T>::FindDel(const T& v) {
 
 template <class T>
 ZtLong ZtArray<T>::BFind(const T& v, ZtLong from, ZtLong to) const {
+  ZT_REPORT_UNLESS(from >= 0, "BFind", "ZtArray", "index", from);
   return zt::detail::BinarySearch(
       m_count, from, to, [this](ZtLong i) -> const T& { return m_data[i]; },
       [&v](const T& e) { return zt::detail::Greater(v, e); },

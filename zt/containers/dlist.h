@@ -25,6 +25,7 @@
 #ifndef ZT_CONTAINERS_DLIST_H_
 #define ZT_CONTAINERS_DLIST_H_
 
+#include "zt/checked.h"
 #include "zt/config.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/internal/element_ops.h"
@@ -115,11 +116,13 @@ class ZtDList : public ZtList<T>, public zt::detail::DoublyLinkedNodes {
   }
   /// Walks from the cursor, forward or backward; the cursor does not move.
   const T& GetAt(ZtLong i) const override {
-    return this->IsValidIndex(i) ? NodeFromCursor(i)->data : zt::detail::Sink<T>();
+    return ZT_IN_CONTRACT(this->IsValidIndex(i), "GetAt", "ZtDList", "index", i)
+               ? NodeFromCursor(i)->data
+               : zt::detail::Sink<T>();
   }
   /// Removes the element at the cursor in one step; ignored with the cursor on -1.
   void DelCur() override {
-    if (this->IsOut()) return;
+    if (!ZT_IN_CONTRACT(!this->IsOut(), "DelCur", "ZtDList", "cursor", m_cur)) return;
     D(m_curNode->next)->pre = D(m_curNode)->pre;
     this->template DelCurAs<DNode>();
   }

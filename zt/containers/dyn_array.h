@@ -26,7 +26,8 @@
 //
 // Out of contract and ignored, never touching memory outside the buffer: SetCurData, DelCur with
 // the cursor out; InsertCur with the cursor outside [0, length]; GetAt past the end and
-// GetCurData with the cursor out (they yield a scratch value). Negative lengths count as 0.
+// GetCurData with the cursor out (they yield a scratch value). Negative lengths count as 0. The
+// checked build reports each of these calls (zt/checked.h).
 #ifndef ZT_CONTAINERS_DYN_ARRAY_H_
 #define ZT_CONTAINERS_DYN_ARRAY_H_
 
@@ -48,7 +49,8 @@ class ZtDynArray : public ZtDynArrayBase<T> {
   /// An empty array with `spaceSize` slots reserved and the given allocation unit.
   // NOLINTNEXTLINE(google-explicit-constructor): implicit, as the interface declares it
   ZtDynArray(ZtLong spaceSize = 0, ZtLong allocUnit = 10) : m_allocUnit(allocUnit) {
-    if (spaceSize > 0) {
+    if (ZT_IN_CONTRACT(spaceSize >= 0, "ZtDynArray", "ZtDynArray", "length", spaceSize) &&
+        spaceSize > 0) {
       m_data = zt::detail::CopyIntoNew<T>(spaceSize, nullptr, 0);
       m_spaceSize = spaceSize;
     }
@@ -81,7 +83,7 @@ class ZtDynArray : public ZtDynArrayBase<T> {
   /// slots; a smaller n only lowers the length. The cursor does not move.
   void ReAllocate(ZtLong n) override {
     if (n > m_spaceSize) Grow(n);  // out of line: the common case only sets the length
-    this->m_length = n < 0 ? 0 : n;
+    this->m_length = ZT_IN_CONTRACT(n >= 0, "ReAllocate", "ZtDynArray", "length", n) ? n : 0;
   }
   /// Makes length and capacity exactly n (no buffer for 0). When n already equals the capacity
   /// nothing is reallocated and the contents stay even without `keep`.
@@ -94,10 +96,14 @@ class ZtDynArray : public ZtDynArrayBase<T> {
   T& GetCurData() override {
     // m_data holds m_length elements whenever the cursor names one.
     // NOLINTNEXTLINE(clang-analyzer-core.uninitialized.UndefReturn)
-    return this->IsOut() ? zt::detail::Sink<T>() : m_data[this->m_cur];
+    return ZT_IN_CONTRACT(!this->IsOut(), "GetCurData", "ZtDynArray", "cursor", this->m_cur)
+               ? m_data[this->m_cur]
+               : zt::detail::Sink<T>();
   }
   void SetCurData(const T& v) override {
-    if (!this->IsOut()) m_data[this->m_cur] = v;
+    if (ZT_IN_CONTRACT(!this->IsOut(), "SetCurData", "ZtDynArray", "cursor", this->m_cur)) {
+      m_data[this->m_cur] = v;
+    }
   }
   const T* GetFirst() const override { return this->m_length != 0 ? m_data : nullptr; }
   const T* GetNext(const T* p) const override {
@@ -110,7 +116,9 @@ class ZtDynArray : public ZtDynArrayBase<T> {
     return this->m_length != 0 ? m_data + (this->m_length - 1) : nullptr;
   }
   const T& GetAt(ZtLong i) const override {
-    return this->IsValidIndex(i) ? m_data[i] : zt::detail::Sink<T>();
+    return ZT_IN_CONTRACT(this->IsValidIndex(i), "GetAt", "ZtDynArray", "index", i)
+               ? m_data[i]
+               : zt::detail::Sink<T>();
   }
   void InsertCur(const T& v) override;
   void DelCur() override;
@@ -182,7 +190,7 @@ void ZtDynArray<T>::Grow(ZtLong n) {
 
 template <class T>
 void ZtDynArray<T>::SetLength(ZtLong n, bool keep) {
-  if (n < 0) n = 0;
+  if (!ZT_IN_CONTRACT(n >= 0, "SetLength", "ZtDynArray", "length", n)) n = 0;
   if (n != m_spaceSize) {
     T* fresh = zt::detail::CopyIntoNew(n, keep ? m_data : nullptr, this->m_length);
     delete[] m_data;
@@ -206,7 +214,7 @@ template <class T>
 void ZtDynArray<T>::Attach(ZtLong n, T* p) {
   if (p != m_data) delete[] m_data;
   m_data = p;
-  if (p == nullptr || n < 0) n = 0;
+  if (p == nullptr || !ZT_IN_CONTRACT(n >= 0, "Attach", "ZtDynArray", "length", n)) n = 0;
   this->m_length = n;
   m_spaceSize = n;
 }
@@ -224,7 +232,9 @@ T* ZtDynArray<T>::Detach() {
 template <class T>
 void ZtDynArray<T>::InsertCur(const T& v) {
   const ZtLong at = this->m_cur;
-  if (at < 0 || at > this->m_length) return;
+  if (!ZT_IN_CONTRACT(at >= 0 && at <= this->m_length, "InsertCur", "ZtDynArray", "cursor", at)) {
+    return;
+  }
   // A copy, because v may be an element of this array and the growth below may free it.
   const T copy = v;  // NOLINT(performance-unnecessary-copy-initialization)
   this->ReAllocate(zt::detail::AddLength(this->m_length, 1));

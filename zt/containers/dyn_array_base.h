@@ -28,7 +28,8 @@
 //
 // Out-of-contract calls never touch memory outside the storage: reading the element at an out
 // cursor or invalid index yields a scratch default value, writing it is lost, and edits at an
-// invalid place (negative indices to Insert, Del, Exchange, Move, Reverse) are ignored.
+// invalid place (negative indices to Insert, Del, Exchange, Move, Reverse) are ignored. The
+// checked build reports them, and a Left/Right/Mid or BFindTo outside the sequence (zt/checked.h).
 // Allocation failure propagates as std::bad_alloc from the container that grows.
 //
 // Copying between two owning containers (DeepCopy, operator<<, Left/Right/Mid) clones the objects
@@ -42,6 +43,7 @@
 #include <memory>
 #include <typeinfo>
 
+#include "zt/checked.h"
 #include "zt/config.h"
 #include "zt/containers/clone.h"
 #include "zt/containers/internal/element_ops.h"
@@ -312,7 +314,7 @@ T& ZtDynArrayBase<T>::operator[](ZtLong i) {
 
 template <class T>
 bool ZtDynArrayBase<T>::Move(ZtLong from, ZtLong to) {
-  if (!IsValidIndex(from) || to < 0 || to > m_length) return false;
+  if (!zt::detail::MovesWithin(*this, from, to, "ZtDynArrayBase")) return false;
   if (from == to || from == to - 1) return false;
   const ZtLong cur = m_cur;
   MoveTo(from);
@@ -335,7 +337,9 @@ bool ZtDynArrayBase<T>::Move(ZtLong from, ZtLong to) {
 
 template <class T>
 void ZtDynArrayBase<T>::Exchange(ZtLong i, ZtLong j) {
-  if (i < 0 || j < 0) return;
+  if (!ZT_IN_CONTRACT(i >= 0 && j >= 0, "Exchange", "ZtDynArrayBase", "index", i < 0 ? i : j)) {
+    return;
+  }
   const ZtLong high = i > j ? i : j;
   if (high >= m_length) ReAllocate(zt::detail::AddLength(high, 1));
   T& b = (*this)[j];
@@ -434,6 +438,7 @@ ZtLong ZtDynArrayBase<T>::BFind(const T& v, ZtLong from, ZtLong to) const {
 
 template <class T>
 bool ZtDynArrayBase<T>::BFindTo(const T& v, ZtLong from, ZtLong to) {
+  ZT_REPORT_UNLESS(IsEmpty() || IsValidIndex(from), "BFindTo", "ZtDynArrayBase", "index", from);
   return zt::detail::BisectCursor(
       *this, from, to, [&v](const T& e) { return zt::detail::Greater(v, e); },
       [&v](const T& e) { return zt::detail::Less(v, e); });
@@ -448,7 +453,7 @@ bool ZtDynArrayBase<T>::SortInto(const T& v, bool dup) {
 template <class T>
 void ZtDynArrayBase<T>::Reverse(ZtLong from, ZtLong to) {
   if (to == -1) to = m_length - 1;
-  if (from < 0) return;
+  if (!ZT_IN_CONTRACT(from >= 0, "Reverse", "ZtDynArrayBase", "index", from)) return;
   const ZtLong count = static_cast<ZtLong>((static_cast<std::int64_t>(to) - from + 1) / 2);
   for (ZtLong k = 0; k < count; ++k) {
     // Each access may grow the sequence, so no reference is held across another access.
@@ -481,6 +486,7 @@ void ZtDynArrayBase<T>::CopyRangeInto(const T* p, ZtLong count, ZtDynArrayBase& 
 
 template <class T>
 void ZtDynArrayBase<T>::Left(ZtLong n, ZtDynArrayBase& out) const {
+  ZT_REPORT_UNLESS(n >= 0 && n <= m_length, "Left", "ZtDynArrayBase", "count", n);
   if (n < 0) n = 0;
   if (n > m_length) n = m_length;
   CopyRangeInto(GetFirst(), n, out);
@@ -488,6 +494,7 @@ void ZtDynArrayBase<T>::Left(ZtLong n, ZtDynArrayBase& out) const {
 
 template <class T>
 void ZtDynArrayBase<T>::Right(ZtLong n, ZtDynArrayBase& out) const {
+  ZT_REPORT_UNLESS(n >= 0 && n <= m_length, "Right", "ZtDynArrayBase", "count", n);
   if (n < 0) n = 0;
   if (n > m_length) n = m_length;
   CopyRangeInto(n > 0 ? &GetAt(m_length - n) : nullptr, n, out);
@@ -495,6 +502,7 @@ void ZtDynArrayBase<T>::Right(ZtLong n, ZtDynArrayBase& out) const {
 
 template <class T>
 void ZtDynArrayBase<T>::Mid(ZtLong from, ZtLong to, ZtDynArrayBase& out) const {
+  static_cast<void>(zt::detail::RangeWithin(from, to, m_length, 0, "Mid", "ZtDynArrayBase"));
   if (from < 0) from = 0;
   if (to >= m_length) to = m_length - 1;
   const ZtLong count = to >= from ? to - from + 1 : 0;

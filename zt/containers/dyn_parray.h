@@ -29,6 +29,7 @@
 #ifndef ZT_CONTAINERS_DYN_PARRAY_H_
 #define ZT_CONTAINERS_DYN_PARRAY_H_
 
+#include "zt/checked.h"
 #include "zt/config.h"
 #include "zt/containers/clone.h"
 #include "zt/containers/dyn_array.h"
@@ -72,10 +73,10 @@ class ZtDynPArray : public ZtDynArray<T*>, public zt::detail::OwnsPointees {
   void Sort(bool ascending) override { SortEx(ascending); }
   /// Moves a pointer as the sequence's Move does, deleting nothing.
   bool Move(ZtLong from, ZtLong to) override {
-    return zt::detail::owning::Move<T>(*this, from, to);
+    return zt::detail::owning::Move<T>(*this, from, to, "ZtDynPArray");
   }
   /// Deletes the object at the cursor and leaves the slot empty.
-  virtual void ReleaseCur() { zt::detail::owning::ReleaseCur<T>(*this); }
+  virtual void ReleaseCur() { zt::detail::owning::ReleaseCur<T>(*this, "ZtDynPArray"); }
   /// Returns the pointer at the cursor (the caller owns it now) and leaves the slot empty; null
   /// when the cursor is out.
   virtual T* TakeOffCur();
@@ -83,10 +84,17 @@ class ZtDynPArray : public ZtDynArray<T*>, public zt::detail::OwnsPointees {
   virtual void Sort(int (*cmp)(const T&, const T&));
   using Base::Sort;  // the pointer-comparator sort
 
-  const T& GetPData(ZtLong i) const { return zt::detail::owning::Object(this->GetAt(i)); }
+  const T& GetPData(ZtLong i) const {
+    return zt::detail::owning::Object(this->GetAt(i), "GetPData", "ZtDynPArray", i);
+  }
   /// The object in slot i, reached through the growing operator[] (the cursor moves to i).
-  T& operator()(ZtLong i) { return zt::detail::owning::Object((*this)[i]); }
-  T& GetCurPData() { return zt::detail::owning::Object(this->GetCurData()); }
+  T& operator()(ZtLong i) {
+    return zt::detail::owning::Object((*this)[i], "operator()", "ZtDynPArray", i);
+  }
+  T& GetCurPData() {
+    return zt::detail::owning::Object(this->GetCurData(), "GetCurPData", "ZtDynPArray",
+                                      this->m_cur);
+  }
   /// True when the cursor is out or its slot is empty.
   bool IsCurEmpty() const { return zt::detail::owning::IsCurEmpty<T>(*this); }
   /// True when i is not a valid index or slot i is empty.
@@ -123,19 +131,19 @@ class ZtDynPArray : public ZtDynArray<T*>, public zt::detail::OwnsPointees {
   /// First index in [from, to] (a negative `to` or one past the end: the last index) whose object
   /// equals v, or -1.
   ZtLong FindData(const T& v, ZtLong from = 0, ZtLong to = -1) const {
-    return zt::detail::owning::FindData<T>(*this, v, from, to);
+    return zt::detail::owning::FindData<T>(*this, v, from, to, "ZtDynPArray");
   }
   /// Pushes every such index, ascending, into hits; returns hits.GetCount().
   ZtLong FindData(const T& v, ZtQuene<ZtLong>& hits, ZtLong from = 0, ZtLong to = -1) const {
-    return zt::detail::owning::FindData<T>(*this, v, hits, from, to);
+    return zt::detail::owning::FindData<T>(*this, v, hits, from, to, "ZtDynPArray");
   }
   /// Binary search by object in a range sorted ascending; index or -1.
   ZtLong BFindData(const T& v, ZtLong from = 0, ZtLong to = -1) const {
-    return zt::detail::owning::BFindData<T>(*this, v, from, to);
+    return zt::detail::owning::BFindData<T>(*this, v, from, to, "ZtDynPArray");
   }
   /// Cursor on an object equal to v (true) or where v belongs (false), as BFindTo.
   bool BFindDataTo(const T& v, ZtLong from = 0, ZtLong to = -1) {
-    return zt::detail::owning::BFindDataTo<T>(*this, v, from, to);
+    return zt::detail::owning::BFindDataTo<T>(*this, v, from, to, "ZtDynPArray");
   }
   /// Inserts p at its sorted place by object and adopts it (true). With an equal object present
   /// and `dup` false nothing is stored and the caller keeps p (false); with `dup` p goes behind
@@ -154,7 +162,7 @@ class ZtDynPArray : public ZtDynArray<T*>, public zt::detail::OwnsPointees {
 
 template <class T>
 void ZtDynPArray<T>::ReAllocate(ZtLong n) {
-  if (n < 0) n = 0;
+  if (!ZT_IN_CONTRACT(n >= 0, "ReAllocate", "ZtDynPArray", "length", n)) n = 0;
   const ZtLong old = this->m_length;
   if (n > old) {
     Base::ReAllocate(n);
@@ -170,7 +178,7 @@ void ZtDynPArray<T>::ReAllocate(ZtLong n) {
 
 template <class T>
 void ZtDynPArray<T>::SetLength(ZtLong n, bool keep) {
-  if (n < 0) n = 0;
+  if (!ZT_IN_CONTRACT(n >= 0, "SetLength", "ZtDynPArray", "length", n)) n = 0;
   const ZtLong old = this->m_length;
   if (!keep) {
     ReleaseAll();
@@ -190,7 +198,7 @@ void ZtDynPArray<T>::SetLength(ZtLong n, bool keep) {
 
 template <class T>
 void ZtDynPArray<T>::DelCur() {
-  if (this->IsOut()) return;
+  if (!ZT_IN_CONTRACT(!this->IsOut(), "DelCur", "ZtDynPArray", "cursor", this->m_cur)) return;
   ReleaseCur();
   const ZtLong last = this->m_length - 1;
   if (this->m_cur < last) {

@@ -41,13 +41,15 @@
 // it appended before rethrowing. Out-of-contract calls are harmless: DelCur and SetCurData with
 // the cursor on -1 are ignored, GetCurData there and GetAt with an invalid index yield a scratch
 // value, Rotate on an empty list or with an index outside the list does nothing, a negative
-// length counts as 0. GetNext/GetPre need an element address of this list (or null).
+// length counts as 0. The checked build reports these calls (zt/checked.h). GetNext/GetPre need an
+// element address of this list (or null).
 #ifndef ZT_CONTAINERS_LIST_H_
 #define ZT_CONTAINERS_LIST_H_
 
 #include <cstdint>
 #include <limits>
 
+#include "zt/checked.h"
 #include "zt/config.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/internal/element_ops.h"
@@ -128,10 +130,14 @@ class ZtList : public ZtDynArrayBase<T> {
   void Reset() override { FreeElements<Node>(); }
   T& GetCurData() override {
     // NOLINTNEXTLINE(clang-analyzer-core.uninitialized.UndefReturn): the cursor node is never null
-    return this->IsOut() ? zt::detail::Sink<T>() : m_curNode->data;
+    return ZT_IN_CONTRACT(!this->IsOut(), "GetCurData", "ZtList", "cursor", m_cur)
+               ? m_curNode->data
+               : zt::detail::Sink<T>();
   }
   void SetCurData(const T& v) override {
-    if (!this->IsOut()) m_curNode->data = v;
+    if (ZT_IN_CONTRACT(!this->IsOut(), "SetCurData", "ZtList", "cursor", m_cur)) {
+      m_curNode->data = v;
+    }
   }
   /// Element 0, or -1 on an empty list.
   void MoveToFirst() override { SetCursor(m_head->next, m_length > 0 ? 0 : -1); }
@@ -306,7 +312,7 @@ class ZtList : public ZtDynArrayBase<T> {
   /// the virtual MoveToPre. Ignored when the cursor is -1. Back links are the caller's.
   template <class NodeT>
   void DelCurAs() {
-    if (this->IsOut()) return;
+    if (!ZT_IN_CONTRACT(!this->IsOut(), "DelCur", "ZtList", "cursor", m_cur)) return;
     Node* n = m_curNode;
     MoveToPre();
     if (m_curNode == n) return;  // a derived MoveToPre that did not step back: free nothing
@@ -451,7 +457,9 @@ const T* ZtList<T>::GetPre(const T* p) const {
 
 template <class T>
 const T& ZtList<T>::GetAt(ZtLong i) const {
-  if (!this->IsValidIndex(i)) return zt::detail::Sink<T>();
+  if (!ZT_IN_CONTRACT(this->IsValidIndex(i), "GetAt", "ZtList", "index", i)) {
+    return zt::detail::Sink<T>();
+  }
   const Node* n = m_curNode;
   ZtLong k = m_cur;
   if (i < k) {
@@ -498,7 +506,11 @@ void ZtList<T>::ReverseList() {
 
 template <class T>
 void ZtList<T>::Rotate(ZtLong a, ZtLong b) {
-  if (a == b || !this->IsValidIndex(a) || !this->IsValidIndex(b)) return;
+  if (a == b) return;
+  if (!ZT_IN_CONTRACT(this->IsValidIndex(a) && this->IsValidIndex(b), "Rotate", "ZtList", "index",
+                      this->IsValidIndex(a) ? b : a)) {
+    return;
+  }
   const std::int64_t n = m_length;
   const auto k = static_cast<ZtLong>((a - b + n) % n);
   const auto m = static_cast<ZtLong>((k + n - 1) % n);

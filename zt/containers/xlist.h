@@ -27,6 +27,7 @@
 
 #include <cstdint>
 
+#include "zt/checked.h"
 #include "zt/config.h"
 #include "zt/containers/dlist.h"
 #include "zt/containers/dyn_array.h"
@@ -44,7 +45,11 @@ class ZtXList : public ZtDList<T> {
   /// Building the index leaves the cursor on the last group start (-1 when empty).
   // NOLINTNEXTLINE(google-explicit-constructor): implicit, as the interface declares it
   ZtXList(ZtLong n = 0, ZtLong groupSize = 25, ZtLong allocUnit = 100)
-      : Base(n), m_groupIndex(0, allocUnit), m_groupSize(groupSize > 0 ? groupSize : 1) {
+      : Base(n),
+        m_groupIndex(0, allocUnit),
+        m_groupSize(ZT_IN_CONTRACT(groupSize > 0, "ZtXList", "ZtXList", "group size", groupSize)
+                        ? groupSize
+                        : 1) {
     UpdateGroup(0);
   }
   /// Copies the elements, the group size and the index allocation unit; builds its own index,
@@ -74,7 +79,7 @@ class ZtXList : public ZtDList<T> {
     Base::MoveTo(i);
   }
   void DelCur() override {
-    if (this->IsOut()) return;
+    if (!ZT_IN_CONTRACT(!this->IsOut(), "DelCur", "ZtXList", "cursor", m_cur)) return;
     ZtLong entries = m_groupIndex.GetLength();
     if (IsGroupEnd(m_length - 1, entries - 1)) m_groupIndex.ReAllocate(--entries);
     ShiftGroups(m_cur, entries, false);

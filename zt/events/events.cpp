@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <deque>
 
+#include "zt/checked.h"
 #include "zt/containers/dlist.h"
 
 ZtEvent::ZtEvent(const wchar_t* name, void* data, unsigned int type)
@@ -236,19 +237,25 @@ void EventBus::ProcessPosted() {
 
 using zt::detail::EventBus;
 
+// The checked build reports a null reactor or name given to the bus; it is then ignored (or
+// taken as L"") as in the ordinary build.
 void ZtRegisterReactor(ZtEventReactor* reactor) {
+  ZT_REPORT_UNLESS(reactor != nullptr, "ZtRegisterReactor", "", "reactor pointer", 0);
   if (EventBus* bus = EventBus::Get()) bus->Register(reactor);
 }
 
 void ZtUnRegisterReactor(ZtEventReactor* reactor) {
+  ZT_REPORT_UNLESS(reactor != nullptr, "ZtUnRegisterReactor", "", "reactor pointer", 0);
   if (EventBus* bus = EventBus::Get()) bus->UnRegister(reactor);
 }
 
 void ZtSendEvent(const wchar_t* name, void* data, unsigned int type) {
+  ZT_REPORT_UNLESS(name != nullptr, "ZtSendEvent", "", "name pointer", 0);
   if (EventBus* bus = EventBus::Get()) bus->Send(name, data, type);
 }
 
 void ZtPostEvent(const wchar_t* name, void* data, unsigned int type) {
+  ZT_REPORT_UNLESS(name != nullptr, "ZtPostEvent", "", "name pointer", 0);
   if (EventBus* bus = EventBus::Get()) bus->Post(name, data, type);
 }
 

@@ -24,7 +24,8 @@
 // caller: ZtSendEvent's event is destroyed, and for ZtProcessPostEvents the event being delivered
 // is destroyed while the later ones stay queued.
 //
-// Null names count as L"". Registering or unregistering a null reactor does nothing. The bus's
+// Null names count as L"". Registering or unregistering a null reactor does nothing. The checked
+// build reports both (zt/checked.h). The bus's
 // registry and queue are built when the library is loaded (or at first use, if a client's static
 // object comes first) and destroyed when it is unloaded; the queue then destroys the events still
 // in it, undelivered, and the registry forgets its reactors without touching them. After that the

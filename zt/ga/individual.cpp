@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "zt/checked.h"
 #include "zt/containers/array.h"  // the explicit instantiations need every member
 #include "zt/ga/population.h"
 #include "zt/platform/random.h"
@@ -42,11 +43,15 @@ ZtLong GA_Individual::Multiply(const GA_Individual& other, GA_Population& popula
   const GA_Individual& b = other;
   const ZtLong m = a.GetLength();
   const ZtLong l = b.GetLength();
-  if (l == 0) return 0;  // no genes to draw a crossover point from
+  // No genes to draw a crossover point from.
+  if (!ZT_IN_CONTRACT(l != 0, "Multiply", "GA_Individual", "length", l)) return 0;
 
   std::unique_ptr<GA_Individual> c1(a.New());
   std::unique_ptr<GA_Individual> c2(a.New());
-  if (c1 == nullptr || c2 == nullptr) return 0;
+  if (!ZT_IN_CONTRACT(c1 != nullptr && c2 != nullptr, "Multiply", "GA_Individual", "child pointer",
+                      0)) {
+    return 0;
+  }
   c1->SetLength(m, false);
   c2->SetLength(m, false);
 

@@ -16,8 +16,8 @@
 // and the second child clones of the longer parent's; outside, the other way round. Positions
 // from L on are cloned from the longer parent into both. Each child is then Initialize'd and
 // handed to GA_Population::Append. Returns 2, the number of children added. Nothing is added
-// (result 0, no draw) when the shorter parent has no genes or New returns null. A null gene is
-// copied as a null gene. The parents are not changed.
+// (result 0, no draw) when the shorter parent has no genes or New returns null; the checked build
+// reports both (zt/checked.h). A null gene is copied as a null gene. The parents are not changed.
 //
 // Copies own their genes: copy construction and assignment clone every gene through its Clone
 // (a null Clone leaves an empty place). Where an owning container copies an individual (a copy of

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "zt/checked.h"
 #include "zt/containers/array.h"
 #include "zt/platform/random.h"
 
@@ -59,6 +60,7 @@ void GA_Population::Evolve() {
   // The product wraps as 32-bit arithmetic does; the quotient truncates towards zero.
   const auto product = static_cast<ZtLong>(static_cast<std::int64_t>(m_maxNum) * m_mutationRatio);
   const ZtLong count = product / 100;
+  ZT_REPORT_UNLESS(count <= 0 || GetLength() > 0, "Evolve", "GA_Population", "length", 0);
   for (ZtLong i = 0; i < count && GetLength() > 0 && IsContinue(); ++i) {
     MoveTo(zt::platform::Rand15() % GetLength());
     const GA_Individual* picked = GetCurData();

@@ -26,7 +26,8 @@
 //      An empty population, or a DelCur that removes nothing, stops it.
 //   3. Mutation: GetMaxNum() * GetMutationRatio() / 100 attempts (32-bit arithmetic, truncated)
 //      while IsContinue(): one draw r; the individual at r % length gives Mutation(), which is
-//      appended (null adds nothing); Step(). Skipped when the population is empty.
+//      appended (null adds nothing); Step(). Skipped when the population is empty (which the
+//      checked build reports when there are attempts to make, zt/checked.h).
 //   4. The generation counter grows by one, also when IsContinue stopped a phase.
 // Empty places (null individuals) in the list neither mate nor mutate. The list's cursor is left
 // where the last insertion or pick put it. Hooks must not delete individuals during mating: the

@@ -257,13 +257,25 @@ void ZtGraph::UnConnectOwn() {
   });
 }
 
-ZtGraphNode* ZtGraph::operator[](ZtLong i) { return zt::detail::At(m_nodeList, i); }
+ZtGraphNode* ZtGraph::operator[](ZtLong i) {
+  ZT_REPORT_UNLESS(m_nodeList.IsValidIndex(i), "operator[]", "ZtGraph", "index", i);
+  return zt::detail::At(m_nodeList, i);
+}
 
-ZtGraphArc* ZtGraph::operator()(ZtLong i) { return zt::detail::At(m_arcList, i); }
+ZtGraphArc* ZtGraph::operator()(ZtLong i) {
+  ZT_REPORT_UNLESS(m_arcList.IsValidIndex(i), "operator()", "ZtGraph", "index", i);
+  return zt::detail::At(m_arcList, i);
+}
 
-ZtLong ZtGraph::operator<<(ZtGraphNode* node) { return Add(node, false); }
+ZtLong ZtGraph::operator<<(ZtGraphNode* node) {
+  ZT_REPORT_UNLESS(node != nullptr, "operator<<", "ZtGraph", "node pointer", 0);
+  return Add(node, false);
+}
 
-ZtLong ZtGraph::operator<<(ZtGraphArc* arc) { return Add(arc, false); }
+ZtLong ZtGraph::operator<<(ZtGraphArc* arc) {
+  ZT_REPORT_UNLESS(arc != nullptr, "operator<<", "ZtGraph", "arc pointer", 0);
+  return Add(arc, false);
+}
 
 template <class T>
 bool ZtGraph::SortIn(ZtPXList<T>& list, T* obj, bool ours) {
@@ -300,10 +312,11 @@ ZtLong ZtGraph::Add(ZtGraphArc* arc, bool ours) {
 }
 
 ZtLong ZtGraph::Create(ZtGraphArc* arc) {
-  if (arc == nullptr) return -1;
+  if (!ZT_IN_CONTRACT(arc != nullptr, "Create", "ZtGraph", "arc pointer", 0)) return -1;
   ZtGraphNode* const first = arc->GetNode(0);
   for (ZtLong end = 0; end < 2; ++end) {
     ZtGraphNode* n = arc->GetNode(end);
+    ZT_REPORT_UNLESS(n != nullptr, "Create", "ZtGraph", "null end", end);
     if (end == 1 && n == first) {
       arc->SetNode(1, arc->GetNode(0));  // the same object, possibly merged away just now
     } else if (n != nullptr) {
@@ -323,7 +336,7 @@ ZtLong ZtGraph::Find(const ZtGraphArc& arc) {
 
 ZtLong ZtGraph::CheckArc(ZtLong i) {
   ZtGraphArc* const arc = m_arcList.IsValidIndex(i) ? m_arcList.TakeOff(i) : nullptr;
-  if (arc == nullptr) return -1;
+  if (!ZT_IN_CONTRACT(arc != nullptr, "CheckArc", "ZtGraph", "index", i)) return -1;
   zt::detail::Detach(arc);
   return Add(arc, true);
 }
@@ -331,7 +344,10 @@ ZtLong ZtGraph::CheckArc(ZtLong i) {
 ZtLong ZtGraph::CheckArc(ZtGraphArc* arc) { return arc != nullptr ? CheckArc(Find(*arc)) : -1; }
 
 ZtLong ZtGraph::CheckNode(ZtLong i, ZtDynArrayBase<ZtGraphArc*>* removed) {
-  if (!m_nodeList.IsValidIndex(i) || (*this)[i] == nullptr) return -1;
+  if (!ZT_IN_CONTRACT(m_nodeList.IsValidIndex(i) && (*this)[i] != nullptr, "CheckNode", "ZtGraph",
+                      "index", i)) {
+    return -1;
+  }
   ZtGraphNode* const node = m_nodeList.GetCurData();
   ZtDList<ZtGraphArc*> arcs(node->m_arcs);  // N's arcs in its order, taken before anything changes
   m_nodeList.TakeOff(i);

@@ -37,13 +37,16 @@
 // cleared, reset, assigned or destroyed. Each graph keeps this record itself.
 //
 // Positional access (operator[], operator()) goes through the lists' group index, so reading
-// every node or arc by position takes linear time; it moves the list's cursor.
+// every node or arc by position takes linear time; it moves the list's cursor. The checked build
+// (zt/checked.h) reports a position that names nothing (also in CheckArc, CheckNode, GetArc) and a
+// null object or arc end given to operator<< or Create.
 #ifndef ZT_GRAPH_GRAPH_H_
 #define ZT_GRAPH_GRAPH_H_
 
 #include <memory>
 
 #include "zt/bits/bit_data.h"
+#include "zt/checked.h"
 #include "zt/config.h"
 #include "zt/containers/dlist.h"
 #include "zt/containers/dyn_array.h"
@@ -132,7 +135,11 @@ class ZT_API ZtGraphNode : public ZtBitData {
   bool IsAloneNode() const { return m_arcs.GetLength() == 0; }
   bool IsEndNode() const { return m_arcs.GetLength() == 1; }
   /// The arc at position i of the ring, or null when i names none.
-  ZtGraphArc* GetArc(ZtLong i) const { return m_arcs.IsValidIndex(i) ? m_arcs.GetAt(i) : nullptr; }
+  ZtGraphArc* GetArc(ZtLong i) const {
+    return ZT_IN_CONTRACT(m_arcs.IsValidIndex(i), "GetArc", "ZtGraphNode", "index", i)
+               ? m_arcs.GetAt(i)
+               : nullptr;
+  }
   /// Position of that very arc (by address), or -1.
   ZtLong FindArc(ZtGraphArc* arc) const { return m_arcs.Find(arc, 0, -1); }
   /// The arc after `arc` in the ring; null with fewer than 2 arcs or when `arc` is absent.

@@ -20,7 +20,11 @@ bool IsKindOf(const ZtRxClassInfo& d, Match matches) {
 
 ZtRxClassInfo::~ZtRxClassInfo() = default;
 
-bool ZtRxClassInfo::IsTypeOf(const char* name) const { return std::strcmp(m_name, name) == 0; }
+// A null name is outside the caller's limits: the checked build reports it before strcmp reads it.
+bool ZtRxClassInfo::IsTypeOf(const char* name) const {
+  ZT_REPORT_UNLESS(name != nullptr, "IsTypeOf", "ZtRxClassInfo", "name pointer", 0);
+  return std::strcmp(m_name, name) == 0;
+}
 
 bool ZtRxClassInfo::IsClassOf(const char* name) const {
   return IsKindOf(*this, [name](const ZtRxClassInfo& d) { return d.IsTypeOf(name); });

@@ -20,6 +20,7 @@
 
 #include <cstddef>
 
+#include "zt/checked.h"
 #include "zt/config.h"
 
 class ZtRxDynCreateClass;
@@ -40,8 +41,11 @@ class ZT_API ZtRxClassInfo {
   /// The class name (narrow, despite the W).
   const char* GetClassNameW() const { return m_name; }
   ZtLong GetClassID() const { return m_id; }
-  /// Direct base i (0 to 4, unchecked), or null.
-  const ZtRxClassInfo* GetBaseClassInfo(int i) const { return m_bases[i]; }
+  /// Direct base i (0 to 4, unchecked; the checked build reports another i), or null.
+  const ZtRxClassInfo* GetBaseClassInfo(int i) const {
+    ZT_REPORT_UNLESS(i >= 0 && i < 5, "GetBaseClassInfo", "ZtRxClassInfo", "index", i);
+    return m_bases[i];
+  }
   /// Exact class, by name.
   bool IsTypeOf(const char* name) const;
   /// Exact class, by descriptor identity.

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "zt/checked.h"
 #include "zt/containers/array.h"  // the explicit instantiations need every member
 #include "zt/containers/internal/element_ops.h"
 #include "zt/streams/internal/copy_bytes.h"
@@ -24,7 +25,11 @@ ZT_NOINLINE void OutOfLine(const F& f) {
 }  // namespace
 
 ZtDynArrayStreamEx::ZtDynArrayStreamEx(ZtLong unitSize)
-    : m_unitSize(unitSize > 0 ? unitSize : 1024), m_units(0, 10) {}
+    : m_unitSize(ZT_IN_CONTRACT(unitSize > 0, "ZtDynArrayStreamEx", "ZtDynArrayStreamEx",
+                                "unit size", unitSize)
+                     ? unitSize
+                     : 1024),
+      m_units(0, 10) {}
 
 ZtDynArrayStreamEx::ZtDynArrayStreamEx(const ZtDynArrayStreamEx& src)
     : ZtStream(src), m_unitSize(src.m_unitSize), m_units(0, 10) {

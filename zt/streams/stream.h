@@ -14,10 +14,15 @@
 //   ZtLong n;  double d;  s >> n >> d;       // 7, 2.5
 //
 // A plain ZtStream stores nothing: its Write and Read do nothing. MoveTo clamps negative
-// positions to 0 and has no upper bound. The comparison operators always answer false.
+// positions to 0 and has no upper bound. The comparison operators always answer false. Callers
+// test IsOut() before a typed read: the checked build reports one that runs past the end
+// (zt/checked.h), with the position it started from.
 #ifndef ZT_STREAMS_STREAM_H_
 #define ZT_STREAMS_STREAM_H_
 
+#include <cstdint>
+
+#include "zt/checked.h"
 #include "zt/config.h"
 #include "zt/platform/byte_order.h"
 
@@ -48,16 +53,16 @@ class ZT_API ZtStream {
   virtual void WriteShort(short v) { WriteValue(v); }
   virtual void WriteLong(ZtLong v) { WriteValue(v); }
   virtual void WriteDouble(double v) { WriteValue(v); }
-  virtual void ReadChar(char& c) { ReadValue(c); }
+  virtual void ReadChar(char& c) { ReadValue(c, "ReadChar"); }
   /// Any non-zero byte reads as true.
   virtual void ReadBool(bool& b) {
     char byte = b ? 1 : 0;
-    ReadValue(byte);
+    ReadValue(byte, "ReadBool");
     b = byte != 0;
   }
-  virtual void ReadShort(short& v) { ReadValue(v); }
-  virtual void ReadLong(ZtLong& v) { ReadValue(v); }
-  virtual void ReadDouble(double& v) { ReadValue(v); }
+  virtual void ReadShort(short& v) { ReadValue(v, "ReadShort"); }
+  virtual void ReadLong(ZtLong& v) { ReadValue(v, "ReadLong"); }
+  virtual void ReadDouble(double& v) { ReadValue(v, "ReadDouble"); }
   virtual ~ZtStream();
 
   // ---- Position ------------------------------------------------------------------------------
@@ -140,8 +145,11 @@ class ZT_API ZtStream {
   }
   // A typed read. The bytes start as the destination's own, so that a read cut short by the end
   // of the data fills only the low-order bytes; the position moves by the full width regardless.
+  // `op` names the typed read in the checked build's report of such a read.
   template <class T>
-  void ReadValue(T& v) {
+  void ReadValue(T& v, [[maybe_unused]] const char* op) {
+    ZT_REPORT_UNLESS(m_length - std::int64_t{m_cur} >= std::int64_t{sizeof(T)}, op, "ZtStream",
+                     "position", m_cur);
     unsigned char bytes[sizeof(T)];
     zt::detail::StoreLittleEndian(v, bytes);
     Read(bytes, sizeof(T));

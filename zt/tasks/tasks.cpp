@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "zt/checked.h"
 #include "zt/containers/internal/loans.h"
 
 void ZtParallelTask::run() { Execute(); }
@@ -51,8 +52,10 @@ void ZtParallelTasks::AddTask(ZtParallelTask* task) {
 }
 
 ZtParallelTask* ZtParallelTasks::operator[](int i) const {
-  return i >= 0 && static_cast<std::size_t>(i) < tasks.size() ? tasks[static_cast<std::size_t>(i)]
-                                                              : nullptr;
+  return ZT_IN_CONTRACT(i >= 0 && static_cast<std::size_t>(i) < tasks.size(), "operator[]",
+                        "ZtParallelTasks", "index", i)
+             ? tasks[static_cast<std::size_t>(i)]
+             : nullptr;
 }
 
 void ZtParallelTasks::Run() {

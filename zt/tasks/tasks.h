@@ -72,7 +72,7 @@ class ZT_API ZtParallelTasks {
   /// then unchanged.
   void AddTask(ZtParallelTask* task);
   int GetLength() const { return static_cast<int>(tasks.size()); }
-  /// The entry at i, or null when i is outside [0, GetLength()).
+  /// The entry at i, or null when i is outside [0, GetLength()) (reported by the checked build).
   ZtParallelTask* operator[](int i) const;
   /// Calls Execute() of every entry in order, skipping null entries. An exception from a task
   /// leaves Run at once; the later tasks do not run.

@@ -5,6 +5,7 @@
 #include <string>
 #include <type_traits>
 
+#include "zt/checked.h"
 #include "zt/platform/text.h"
 
 namespace {
@@ -47,8 +48,10 @@ class LabelReader {
   long long m_number = 0;
 };
 
+// `op` names the public function in the checked build's report of a null label.
 template <class Ch>
-int CompareLabel(const Ch* a, const Ch* b) {
+int CompareLabel(const Ch* a, const Ch* b, [[maybe_unused]] const char* op) {
+  ZT_REPORT_UNLESS(a != nullptr && b != nullptr, op, "", "label pointer", 0);
   LabelReader<Ch> x(a);
   LabelReader<Ch> y(b);
   for (;;) {
@@ -62,12 +65,14 @@ int CompareLabel(const Ch* a, const Ch* b) {
 
 }  // namespace
 
-int CompareLabelA(const char* a, const char* b) { return CompareLabel(a, b); }
+int CompareLabelA(const char* a, const char* b) { return CompareLabel(a, b, "CompareLabelA"); }
 
-int CompareLabelW(const wchar_t* a, const wchar_t* b) { return CompareLabel(a, b); }
+int CompareLabelW(const wchar_t* a, const wchar_t* b) {
+  return CompareLabel(a, b, "CompareLabelW");
+}
 
 wchar_t* CloneString(const wchar_t* s) {
-  if (s == nullptr) return nullptr;
+  if (!ZT_IN_CONTRACT(s != nullptr, "CloneString", "", "text pointer", 0)) return nullptr;
   const std::size_t n = std::char_traits<wchar_t>::length(s) + 1;
   auto* copy = new wchar_t[n];
   std::char_traits<wchar_t>::copy(copy, s, n);

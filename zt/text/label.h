@@ -12,7 +12,8 @@
 //
 // In a narrow label a byte from 0x80 up is the lead byte of a double-byte character: the byte
 // after it goes to the text unexamined, so a trail byte that looks like a digit stays text. Wide
-// labels have no lead units. Both labels must be non-null terminated texts.
+// labels have no lead units. Both labels must be non-null terminated texts; the checked build
+// reports a null label or a null text given to CloneString (zt/checked.h).
 #ifndef ZT_TEXT_LABEL_H_
 #define ZT_TEXT_LABEL_H_
 

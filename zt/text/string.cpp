@@ -8,7 +8,9 @@
 #include <new>
 #include <string>
 
+#include "zt/checked.h"
 #include "zt/containers/internal/element_ops.h"
+#include "zt/containers/internal/sequence_ops.h"
 #include "zt/containers/list_quene.h"
 #include "zt/platform/text.h"
 #include "zt/text/internal/search.h"
@@ -38,6 +40,11 @@ int CompareHeld(const Ch* a, ZtLong n, const Ch* s) {
 }
 
 }  // namespace
+
+// The class's name in the checked build's reports.
+#define ZT_DETAIL_QUOTE(x) #x
+#define ZT_DETAIL_QUOTE_EXPANDED(x) ZT_DETAIL_QUOTE(x)
+#define ZT_STRING_NAME ZT_DETAIL_QUOTE_EXPANDED(ZT_STRING)
 
 #define ZT_STRING ZtStringA
 #include "zt/text/internal/string_body.inc"  // NOLINT(bugprone-suspicious-include)

@@ -28,7 +28,7 @@
 // A member that grows the buffer is all-or-nothing: when the allocation throws std::bad_alloc the
 // string keeps its text and capacity. Indices are not checked by the interface; calls outside the
 // stated limits are ignored (slices give an empty string) and never touch memory outside the
-// buffer. A null text counts as the empty text.
+// buffer; the checked build reports them (zt/checked.h). A null text counts as the empty text.
 #ifndef ZT_TEXT_STRING_H_
 #define ZT_TEXT_STRING_H_
 

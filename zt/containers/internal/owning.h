@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <type_traits>
 
+#include "zt/checked.h"
 #include "zt/config.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/internal/element_ops.h"
@@ -41,10 +42,12 @@ ZtLong GetDataNum(const Seq<T>& s) {
 
 // The object behind an element, or a scratch object for an empty place. No scratch object can be
 // made of an abstract T or one without a default constructor: an empty place stops the program
-// there rather than hand out a reference to nothing.
+// there rather than hand out a reference to nothing. `op` and `at` (the index or cursor of the
+// element) name the call in the checked build's report of an empty place.
 template <class T>
-T& Object(T* p) {
-  if (p != nullptr) return *p;
+T& Object(T* p, [[maybe_unused]] const char* op, [[maybe_unused]] const char* cls,
+          [[maybe_unused]] ZtLong at) {
+  if (ZT_IN_CONTRACT(p != nullptr, op, cls, "empty place", at)) return *p;
   if constexpr (std::is_default_constructible_v<T> && std::is_copy_assignable_v<T>) {
     return Sink<T>();
   } else {
@@ -52,10 +55,11 @@ T& Object(T* p) {
   }
 }
 
-// Deletes the object at the cursor and leaves an empty place.
+// Deletes the object at the cursor and leaves an empty place. `cls` names the owning class in
+// the checked build's reports, here and below.
 template <class T>
-void ReleaseCur(Seq<T>& s) {
-  DeleteCurObject(s);
+void ReleaseCur(Seq<T>& s, [[maybe_unused]] const char* cls) {
+  if (ZT_IN_CONTRACT(!s.IsOut(), "ReleaseCur", cls, "cursor", s.GetCur())) DeleteCurObject(s);
 }
 
 // Deletes every object through the container's own ReleaseCur; the cursor ends out.
@@ -117,9 +121,13 @@ ZtLong ClampTo(const Seq<T>& s, ZtLong to) {
 // Calls hit(i) for every index in [from, to] whose element is non-null and equal to v; stops at
 // the first hit for which hit returns false. Returns the index it stopped at, or -1.
 template <class T, class Hit>
-ZtLong WalkEqual(const Seq<T>& s, const T& v, ZtLong from, ZtLong to, Hit hit) {
+ZtLong WalkEqual(const Seq<T>& s, const T& v, ZtLong from, ZtLong to, Hit hit,
+                 [[maybe_unused]] const char* cls) {
   to = ClampTo(s, to);
-  if (!s.IsValidIndex(from)) return -1;
+  // A `from` past the end lies beyond the clamped `to`: only a negative one is outside.
+  if (!ZT_IN_CONTRACT(from >= 0, "FindData", cls, "index", from) || !s.IsValidIndex(from)) {
+    return -1;
+  }
   ZtLong i = from;
   for (T* const* p = &s.GetAt(from); p != nullptr && i <= to; p = s.GetNext(p), ++i) {
     if (*p != nullptr && **p == v && !hit(i)) return i;
@@ -128,16 +136,21 @@ ZtLong WalkEqual(const Seq<T>& s, const T& v, ZtLong from, ZtLong to, Hit hit) {
 }
 
 template <class T>
-ZtLong FindData(const Seq<T>& s, const T& v, ZtLong from, ZtLong to) {
-  return WalkEqual(s, v, from, to, [](ZtLong) { return false; });
+ZtLong FindData(const Seq<T>& s, const T& v, ZtLong from, ZtLong to, const char* cls) {
+  return WalkEqual(
+      s, v, from, to, [](ZtLong) { return false; }, cls);
 }
 
 template <class T>
-ZtLong FindData(const Seq<T>& s, const T& v, ZtQuene<ZtLong>& hits, ZtLong from, ZtLong to) {
-  WalkEqual(s, v, from, to, [&hits](ZtLong i) {
-    hits.Push(i);
-    return true;
-  });
+ZtLong FindData(const Seq<T>& s, const T& v, ZtQuene<ZtLong>& hits, ZtLong from, ZtLong to,
+                const char* cls) {
+  WalkEqual(
+      s, v, from, to,
+      [&hits](ZtLong i) {
+        hits.Push(i);
+        return true;
+      },
+      cls);
   return hits.GetCount();
 }
 
@@ -193,8 +206,8 @@ bool FindDataTo(Seq<T>& s, const T& v, ZtLong from, ZtLong to) {
 // its old place is emptied and removed, so nothing is deleted. A failed insertion changes
 // nothing but the cursor, which it restores.
 template <class T>
-bool Move(Seq<T>& s, ZtLong from, ZtLong to) {
-  if (!s.IsValidIndex(from) || to < 0 || to > s.GetLength()) return false;
+bool Move(Seq<T>& s, ZtLong from, ZtLong to, const char* cls) {
+  if (!MovesWithin(s, from, to, cls)) return false;
   if (from == to || from == to - 1) return false;
   s.Insert(to, s.GetAt(from));
   const ZtLong old = from > to ? from + 1 : from;
@@ -216,14 +229,17 @@ auto ValueBefore(const T& v) {
 }
 
 template <class T>
-ZtLong BFindData(const Seq<T>& s, const T& v, ZtLong from, ZtLong to) {
+ZtLong BFindData(const Seq<T>& s, const T& v, ZtLong from, ZtLong to,
+                 [[maybe_unused]] const char* cls) {
+  ZT_REPORT_UNLESS(from >= 0, "BFindData", cls, "index", from);
   return BinarySearch(
       s.GetLength(), from, to, [&s](ZtLong i) { return s.GetAt(i); }, ValueAfter(v),
       ValueBefore(v));
 }
 
 template <class T>
-bool BFindDataTo(Seq<T>& s, const T& v, ZtLong from, ZtLong to) {
+bool BFindDataTo(Seq<T>& s, const T& v, ZtLong from, ZtLong to, [[maybe_unused]] const char* cls) {
+  ZT_REPORT_UNLESS(s.IsEmpty() || s.IsValidIndex(from), "BFindDataTo", cls, "index", from);
   return BisectCursor(s, from, to, ValueAfter(v), ValueBefore(v));
 }
 
@@ -243,7 +259,7 @@ bool EqualObjects(const T& a, const T& b) {
 template <class T, class Same>
 bool SortInto(Seq<T>& s, T* p, bool dup, Same same) {
   if (p == nullptr) return false;
-  const bool found = BFindDataTo(s, *p, 0, -1);
+  const bool found = BisectCursor(s, 0, -1, ValueAfter(*p), ValueBefore(*p));
   return InsertSorted(s, p, found, dup, [p, same](T* e) { return e != nullptr && same(*e, *p); });
 }
 

@@ -7,6 +7,7 @@
 #ifndef ZT_CONTAINERS_INTERNAL_OWNING_LIST_H_
 #define ZT_CONTAINERS_INTERNAL_OWNING_LIST_H_
 
+#include "zt/checked.h"
 #include "zt/config.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/internal/owning.h"
@@ -18,7 +19,7 @@ namespace zt::detail::owning {
 // when the insertion throws. Returns the index of the equal object, or what `insert` returns.
 template <class T, class Insert>
 auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
-  const ZtLong i = FindData(s, v, 0, -1);
+  const ZtLong i = FindData(s, v, 0, -1, "");  // from 0: nothing to report
   if (i != -1) return i;
   T* copy = new T(v);
   try {
@@ -40,7 +41,7 @@ auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
   /* Deletes the object at the cursor, then unlinks its node: a destructor that looks at the  */   \
   /* list still finds its own place in it. */                                                      \
   void DelCur() override {                                                                         \
-    if (this->IsOut()) return;                                                                     \
+    if (!ZT_IN_CONTRACT(!this->IsOut(), "DelCur", #Class, "cursor", this->m_cur)) return;          \
     delete this->GetCurData();                                                                     \
     Base::DelCur();                                                                                \
   }                                                                                                \
@@ -55,7 +56,7 @@ auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
     while (empty-- > 0) this->Append(nullptr);                                                     \
   }                                                                                                \
   bool Move(ZtLong from, ZtLong to) override {                                                     \
-    return zt::detail::owning::Move<T>(*this, from, to);                                           \
+    return zt::detail::owning::Move<T>(*this, from, to, #Class);                                   \
   }                                                                                                \
   virtual void Sort(int (*cmp)(const T&, const T&)) {                                              \
     if (cmp != nullptr) this->BackwardInsertionSort(zt::detail::owning::ObjectAfter<T>(cmp));      \
@@ -65,10 +66,16 @@ auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
   bool IsCurEmpty() const { return zt::detail::owning::IsCurEmpty<T>(*this); }                     \
   bool IsEmptyData(ZtLong i) const { return zt::detail::owning::IsEmptyData<T>(*this, i); }        \
   ZtLong GetDataNum() const { return zt::detail::owning::GetDataNum<T>(*this); }                   \
-  T& GetCurPData() { return zt::detail::owning::Object(this->GetCurData()); }                      \
-  const T& GetPData(ZtLong i) const { return zt::detail::owning::Object(this->GetAt(i)); }         \
-  T& operator()(ZtLong i) { return zt::detail::owning::Object((*this)[i]); }                       \
-  void ReleaseCur() { zt::detail::owning::ReleaseCur<T>(*this); }                                  \
+  T& GetCurPData() {                                                                               \
+    return zt::detail::owning::Object(this->GetCurData(), "GetCurPData", #Class, this->m_cur);     \
+  }                                                                                                \
+  const T& GetPData(ZtLong i) const {                                                              \
+    return zt::detail::owning::Object(this->GetAt(i), "GetPData", #Class, i);                      \
+  }                                                                                                \
+  T& operator()(ZtLong i) {                                                                        \
+    return zt::detail::owning::Object((*this)[i], "operator()", #Class, i);                        \
+  }                                                                                                \
+  void ReleaseCur() { zt::detail::owning::ReleaseCur<T>(*this, #Class); }                          \
   void Release(ZtLong i) {                                                                         \
     this->MoveTo(i);                                                                               \
     ReleaseCur();                                                                                  \
@@ -89,10 +96,10 @@ auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
   }                                                                                                \
   ZtLong PlaceIn(T* p) { return zt::detail::owning::PlaceIn<T>(*this, p); }                        \
   ZtLong FindData(const T& x, ZtLong from = 0, ZtLong to = -1) const {                             \
-    return zt::detail::owning::FindData<T>(*this, x, from, to);                                    \
+    return zt::detail::owning::FindData<T>(*this, x, from, to, #Class);                            \
   }                                                                                                \
   ZtLong FindData(const T& x, ZtQuene<ZtLong>& hits, ZtLong from = 0, ZtLong to = -1) const {      \
-    return zt::detail::owning::FindData<T>(*this, x, hits, from, to);                              \
+    return zt::detail::owning::FindData<T>(*this, x, hits, from, to, #Class);                      \
   }                                                                                                \
   bool FindDataTo(const T& x, ZtLong from = 0, ZtLong to = -1) {                                   \
     return zt::detail::owning::FindDataTo<T>(*this, x, from, to);                                  \
@@ -110,10 +117,10 @@ auto InsertCopyUnlessFound(const Seq<T>& s, const T& v, Insert insert) {
   ZtLong FindDataDel(const T& x) { return zt::detail::owning::FindDataDel<T>(*this, x); }          \
   ZtLong FindDel(T* p) { return zt::detail::owning::FindDelWalk<T>(*this, p); }                    \
   ZtLong BFindData(const T& x, ZtLong from = 0, ZtLong to = -1) const {                            \
-    return zt::detail::owning::BFindData<T>(*this, x, from, to);                                   \
+    return zt::detail::owning::BFindData<T>(*this, x, from, to, #Class);                           \
   }                                                                                                \
   bool BFindDataTo(const T& x, ZtLong from = 0, ZtLong to = -1) {                                  \
-    return zt::detail::owning::BFindDataTo<T>(*this, x, from, to);                                 \
+    return zt::detail::owning::BFindDataTo<T>(*this, x, from, to, #Class);                         \
   }                                                                                                \
   bool SortInto(T* p, bool allowEqual) {                                                           \
     return zt::detail::owning::SortInto<T>(*this, p, allowEqual,                                   \

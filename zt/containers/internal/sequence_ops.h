@@ -6,10 +6,31 @@
 #ifndef ZT_CONTAINERS_INTERNAL_SEQUENCE_OPS_H_
 #define ZT_CONTAINERS_INTERNAL_SEQUENCE_OPS_H_
 
+#include <cstdint>
+
+#include "zt/checked.h"
 #include "zt/config.h"
 #include "zt/containers/internal/element_ops.h"
 
 namespace zt::detail {
+
+// Move(from, to) names a place: `from` an element, `to` an index up to the length. The checked
+// build reports the offending one.
+template <class Seq>
+bool MovesWithin(const Seq& s, ZtLong from, ZtLong to, [[maybe_unused]] const char* cls) {
+  const bool fromOk = s.IsValidIndex(from);
+  return ZT_IN_CONTRACT(fromOk && to >= 0 && to <= s.GetLength(), "Move", cls, "index",
+                        fromOk ? to : from);
+}
+
+// A range [from, to] of a text or sequence of `length` elements lies inside it and holds at least
+// `least` elements (0 for a slice, where to == from - 1 is the empty one). The checked build
+// reports an index outside, or a reversed range by its `from`.
+inline bool RangeWithin(ZtLong from, ZtLong to, ZtLong length, ZtLong least,
+                        [[maybe_unused]] const char* op, [[maybe_unused]] const char* cls) {
+  return ZT_IN_CONTRACT(from >= 0 && to < length, op, cls, "index", from < 0 ? from : to) &&
+         ZT_IN_CONTRACT(std::int64_t{to} - from + 1 >= least, op, cls, "range", from);
+}
 
 // Positions the cursor of `s` for a sorted insertion into [from, to] and reports whether it found
 // an equal element. vAfter(e) / vBefore(e) tell whether the searched value belongs after / before
