@@ -103,6 +103,7 @@ template <class T>
 void OpenSlot(T* data, ZtLong length, ZtLong at, const T& v) {
   if constexpr (std::is_nothrow_copy_assignable_v<T>) {
     MoveRange(data + at + 1, data + at, length - at);
+    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): the caller grew data to length + 1
     data[at] = v;
   } else {
     ZtLong i = length;  // the slot being assigned
