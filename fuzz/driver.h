@@ -264,19 +264,6 @@ std::vector<Op<W>> SequenceOps(std::vector<Op<W>> own) {
 
 // ---- Elements whose order is inconsistent and whose copies throw ----
 
-// Sorts under an order that is not consistent (NaN, a comparator that lies) do not end yet; set
-// to false once every sort ends and keeps its elements whatever the order does.
-constexpr bool kAwaitingFixSortsEndOnInconsistentOrders = false;
-
-// An insertion or assignment whose element copy throws may leave default-made or stale elements
-// behind (the length grew first); set to false once such an operation leaves only elements it
-// was given or held before.
-constexpr bool kAwaitingFixThrowingCopiesMakeNoElement = true;
-
-// A copy constructor whose element copy throws leaks the buffer it allocated; set to false once
-// it frees it.
-constexpr bool kAwaitingFixCopyConstructionFreesOnThrow = false;
-
 /// What an Odd copy throws once the armed countdown runs out.
 struct CopyFailure {};
 
@@ -366,28 +353,13 @@ struct OddWorld {
     }
   }
   double Value(int x) const { return x < 0 ? 0.0 : values[static_cast<size_t>(x)]; }
-  bool HasNaN(int t) const {
-    return std::any_of(ids[t].begin(), ids[t].end(),
-                       [this](int x) { return Value(x) != Value(x); });
-  }
-  /// Whether side t may hold elements it was not given (id -1): after a throw there, or copied
-  /// from such a side. An owning container may keep empty places where clones failed; a plain
-  /// one's default-made elements wait for the fix.
-  bool MadeUp(int t) const {
-    const auto has = [](const std::vector<int>& v) {
-      return std::count(v.begin(), v.end(), -1) > 0;
-    };
-    return (kOwning || kAwaitingFixThrowingCopiesMakeNoElement) &&
-           (!known[t] || has(ids[0]) || has(ids[1]));
-  }
-  /// The elements of c walked forward and backward; their ids, with each value checked. A
-  /// default-made element (id -1) passes only when `madeUp` tolerates it.
-  std::vector<int> Read(const ZtDynArrayBase<E>& c, std::vector<const Odd*>* objects,
-                        bool madeUp = false) const {
+  /// The elements of c walked forward and backward; their ids, with each value checked. None may
+  /// be default-made (id -1) or, in an owning container, an empty place.
+  std::vector<int> Read(const ZtDynArrayBase<E>& c, std::vector<const Odd*>* objects) const {
     std::vector<int> got;
     for (const E* p = c.GetFirst(); p != nullptr; p = c.GetNext(p)) {
       got.push_back(Id(*p));
-      ZT_FUZZ_CHECK(got.back() < static_cast<int>(values.size()) && (got.back() >= 0 || madeUp));
+      ZT_FUZZ_CHECK(got.back() >= 0 && got.back() < static_cast<int>(values.size()));
       const Odd* o = nullptr;
       if constexpr (kOwning) {
         o = *p;
@@ -414,10 +386,9 @@ struct OddWorld {
     allowed = Sorted(allowed);
     for (int t = 0; t < 2; ++t) {
       std::vector<const Odd*> own;
-      std::vector<int> got = Read(box[t], &own, MadeUp(t));
+      std::vector<int> got = Read(box[t], &own);
       if (known[t]) ZT_FUZZ_CHECK(Sorted(got) == Sorted(ids[t]));
-      for (int x : got)
-        ZT_FUZZ_CHECK(MadeUp(t) || std::binary_search(allowed.begin(), allowed.end(), x));
+      for (int x : got) ZT_FUZZ_CHECK(std::binary_search(allowed.begin(), allowed.end(), x));
       std::vector<std::pair<int, const Odd*>> held;  // an element still there is the same object
       for (size_t e = 0; e < own.size(); ++e) {
         if (own[e] == nullptr) continue;
@@ -455,10 +426,6 @@ struct OddWorld {
 /// The operations of an OddWorld, for arrays and lists alike.
 template <class C, bool kOwning, class W = OddWorld<C, kOwning>>
 std::vector<Op<W>> OddOps() {
-  // Sorting under an inconsistent order waits for the fix; a consistent one always runs.
-  static const auto mayHang = [](W& w, bool consistentCmp) {
-    return kAwaitingFixSortsEndOnInconsistentOrders && (!consistentCmp || w.HasNaN(w.s));
-  };
   return {
       {"Append",
        [](W& w) {
@@ -473,15 +440,9 @@ std::vector<Op<W>> OddOps() {
          if (w.n == 0) return;
          w.Run(1 << w.s, [&] { w.box[w.s].Del(w.i), w.ids[w.s].erase(w.ids[w.s].begin() + w.i); });
        }},
-      {"Sort",
-       [](W& w) {
-         if (!mayHang(w, true)) w.Run(1 << w.s, [&] { w.box[w.s].Sort(w.flag); });
-       }},
+      {"Sort", [](W& w) { w.Run(1 << w.s, [&] { w.box[w.s].Sort(w.flag); }); }},
       {"Sort by a comparator",  // one that lies, or one that puts NaN last
-       [](W& w) {
-         if (!mayHang(w, !w.flag))
-           w.Run(1 << w.s, [&] { w.box[w.s].Sort(w.flag ? Liar : NanLast); });
-       }},
+       [](W& w) { w.Run(1 << w.s, [&] { w.box[w.s].Sort(w.flag ? Liar : NanLast); }); }},
       {"SortInto",  // refused: the harness keeps the object
        [](W& w) {
          w.Run(1 << w.s, [&] {
@@ -528,11 +489,10 @@ std::vector<Op<W>> OddOps() {
        }},
       {"copy",  // the source stays as it was
        [](W& w) {
-         if (kAwaitingFixCopyConstructionFreesOnThrow) Odd::copiesLeft = 0;
          w.Run(0, [&] {
            const C copy(w.box[w.s]);
            std::vector<const Odd*> objects;
-           ZT_FUZZ_CHECK(W::Sorted(w.Read(copy, &objects, w.MadeUp(w.s))) == W::Sorted(w.ids[w.s]));
+           ZT_FUZZ_CHECK(W::Sorted(w.Read(copy, &objects)) == W::Sorted(w.ids[w.s]));
          });
        }},
       {"assignment",  // to the other container; an owning one holds new objects
@@ -544,8 +504,6 @@ std::vector<Op<W>> OddOps() {
       {"a ZtArray's sort",
        [](W& w) {
          if constexpr (!kOwning) {
-           if (mayHang(w, w.flag)) return;
-           if (kAwaitingFixCopyConstructionFreesOnThrow) Odd::copiesLeft = 0;
            w.Run(0, [&] {
              ZtArray<Odd> a(w.box[w.s]);
              w.flag ? a.Sort(NanLast) : a.Sort(true);

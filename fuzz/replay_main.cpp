@@ -2,7 +2,7 @@
 //
 // Runs a fuzz target without a fuzzing engine: every file in the folders (or the files) named on
 // the command line goes once through LLVMFuzzerTestOneInput. A target aborts on a mismatch, so
-// reaching the end means the whole corpus passed.
+// reaching the end means the whole corpus passed; a missing or empty corpus fails.
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -17,8 +17,11 @@ int main(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     if (fs::is_directory(argv[i])) {
       for (const auto& entry : fs::directory_iterator(argv[i])) files.push_back(entry.path());
-    } else {
+    } else if (fs::is_regular_file(argv[i])) {
       files.emplace_back(argv[i]);
+    } else {
+      std::fprintf(stderr, "%s: no such corpus\n", argv[i]);
+      return 1;
     }
   }
   for (const auto& file : files) {

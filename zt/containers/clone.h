@@ -88,6 +88,12 @@ struct ElementCopier {
       return (v);  // a reference: no copy for non-pointer elements
     }
   }
+  // Deletes the clones among the first n values made by this copier and never stored.
+  void Discard(T* values, ZtLong n) const {
+    if constexpr (std::is_pointer_v<T>) {
+      for (ZtLong k = 0; clone && k < n; ++k) delete values[k];
+    }
+  }
 };
 
 }  // namespace zt::detail

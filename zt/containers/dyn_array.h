@@ -22,7 +22,9 @@
 // Every growth is all-or-nothing: when the allocation throws std::bad_alloc the array keeps its
 // length, capacity, buffer and contents. T must be default-constructible and copy-assignable;
 // when an element's copy or assignment throws, the exception passes through, every element is
-// still a valid T, the length counts them, and nothing leaks.
+// still a valid T, the length counts them, and nothing leaks. An insertion that throws so leaves
+// the elements and the cursor as they were (a buffer grown for it stays); the copies of
+// dyn_array_base.h say what they leave.
 //
 // Out of contract and ignored, never touching memory outside the buffer: SetCurData, DelCur with
 // the cursor out; InsertCur with the cursor outside [0, length]; GetAt past the end and
@@ -237,9 +239,14 @@ void ZtDynArray<T>::InsertCur(const T& v) {
   }
   // A copy, because v may be an element of this array and the growth below may free it.
   const T copy = v;  // NOLINT(performance-unnecessary-copy-initialization)
-  this->ReAllocate(zt::detail::AddLength(this->m_length, 1));
-  zt::detail::MoveRange(m_data + at + 1, m_data + at, this->m_length - 1 - at);
-  m_data[at] = copy;
+  const ZtLong length = this->m_length;
+  this->ReAllocate(zt::detail::AddLength(length, 1));
+  try {
+    zt::detail::OpenSlot(m_data, length, at, copy);
+  } catch (...) {
+    this->m_length = length;  // the elements are back in place; a grown buffer stays
+    throw;
+  }
 }
 
 template <class T>

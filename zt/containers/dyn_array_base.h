@@ -35,6 +35,12 @@
 // Copying between two owning containers (DeepCopy, operator<<, Left/Right/Mid) clones the objects
 // through ZtCloner (zt/containers/clone.h); between any other pair it copies the elements. A copy
 // that overwrites an owning container (DeepCopy, Left/Right/Mid) deletes its objects first.
+//
+// When an element's copy or assignment throws, the exception passes on and the sequence stays
+// valid, holding no element that no copy produced: DeepCopy and Left/Right/Mid leave their target
+// empty, operator<< leaves this sequence's elements and cursor as they were, and the insertions
+// (Insert, InsertHead, Append and those built on them) leave them as the container's InsertCur
+// does: as they were, on every container of this library.
 #ifndef ZT_CONTAINERS_DYN_ARRAY_BASE_H_
 #define ZT_CONTAINERS_DYN_ARRAY_BASE_H_
 
@@ -297,11 +303,7 @@ class ZtDynArrayBase {
 
 template <class T>
 void ZtDynArrayBase<T>::Reset() {
-  while (m_length > 0) {
-    const ZtLong before = m_length;
-    DelTail();
-    if (m_length >= before) break;  // a DelCur that removes nothing would never end the loop
-  }
+  zt::detail::CutTo(*this, 0);
   m_cur = -1;
 }
 
@@ -360,18 +362,22 @@ void ZtDynArrayBase<T>::DeepCopy(const ZtDynArrayBase& src) {
   const zt::detail::ElementCopier<T> copy(src, *this);
   zt::detail::ReleaseIfOwning<T>(*this);
   SetLength(src.GetLength(), false);
-  const T* p = src.GetFirst();
-  for (MoveToFirst(); !IsOut() && p != nullptr; MoveToNext(), p = src.GetNext(p)) {
-    SetCurData(copy(*p));
-  }
+  zt::detail::FillOrCut(*this, 0, [&] {
+    const T* p = src.GetFirst();
+    for (MoveToFirst(); !IsOut() && p != nullptr; MoveToNext(), p = src.GetNext(p)) {
+      SetCurData(copy(*p));
+    }
+  });
 }
 
 template <class T>
 void ZtDynArrayBase<T>::DeepCopy(const ZtArray<T>& src) {
   zt::detail::ReleaseIfOwning<T>(*this);
   SetLength(src.GetLength(), false);
-  ZtLong i = 0;
-  for (MoveToFirst(); !IsOut(); MoveToNext()) SetCurData(src[i++]);
+  zt::detail::FillOrCut(*this, 0, [&] {
+    ZtLong i = 0;
+    for (MoveToFirst(); !IsOut(); MoveToNext()) SetCurData(src[i++]);
+  });
 }
 
 template <class T>
@@ -470,18 +476,28 @@ void ZtDynArrayBase<T>::CopyRangeInto(const T* p, ZtLong count, ZtDynArrayBase& 
   if (&out == this) {
     // Slicing a sequence into itself: take the values before the target is resized.
     std::unique_ptr<T[]> values(count > 0 ? new T[static_cast<std::size_t>(count)] : nullptr);
-    for (ZtLong k = 0; k < count && p != nullptr; ++k, p = GetNext(p)) values[k] = copy(*p);
-    zt::detail::ReleaseIfOwning<T>(out);
-    out.SetLength(count, false);
-    ZtLong k = 0;
-    for (out.MoveToFirst(); !out.IsOut(); out.MoveToNext()) out.SetCurData(values[k++]);
+    ZtLong made = 0;
+    try {
+      for (; made < count && p != nullptr; ++made, p = GetNext(p)) values[made] = copy(*p);
+      zt::detail::ReleaseIfOwning<T>(out);
+      out.SetLength(count, false);
+    } catch (...) {  // nothing stored yet
+      copy.Discard(values.get(), made);
+      throw;
+    }
+    zt::detail::FillOrCut(out, 0, [&] {
+      ZtLong k = 0;
+      for (out.MoveToFirst(); !out.IsOut(); out.MoveToNext()) out.SetCurData(values[k++]);
+    });
     return;
   }
   zt::detail::ReleaseIfOwning<T>(out);
   out.SetLength(count, false);
-  for (out.MoveToFirst(); !out.IsOut() && p != nullptr; out.MoveToNext(), p = GetNext(p)) {
-    out.SetCurData(copy(*p));
-  }
+  zt::detail::FillOrCut(out, 0, [&] {
+    for (out.MoveToFirst(); !out.IsOut() && p != nullptr; out.MoveToNext(), p = GetNext(p)) {
+      out.SetCurData(copy(*p));
+    }
+  });
 }
 
 template <class T>
@@ -517,10 +533,12 @@ ZtDynArrayBase<T>& ZtDynArrayBase<T>::operator<<(const ZtDynArrayBase& src) {
   SetLength(zt::detail::AddLength(old, count), true);
   // After the resize src's first `count` elements are still its old contents, also when src is
   // this sequence, because the resize keeps the first `old` elements.
-  const T* p = src.GetFirst();
-  for (MoveTo(old); !IsOut() && p != nullptr; MoveToNext(), p = src.GetNext(p)) {
-    SetCurData(copy(*p));
-  }
+  zt::detail::FillOrCut(*this, old, [&] {
+    const T* p = src.GetFirst();
+    for (MoveTo(old); !IsOut() && p != nullptr; MoveToNext(), p = src.GetNext(p)) {
+      SetCurData(copy(*p));
+    }
+  });
   return *this;
 }
 
@@ -528,8 +546,10 @@ template <class T>
 ZtDynArrayBase<T>& ZtDynArrayBase<T>::operator<<(const ZtArray<T>& src) {
   const ZtLong old = m_length;
   SetLength(zt::detail::AddLength(old, src.GetLength()), true);
-  ZtLong i = 0;
-  for (MoveTo(old); !IsOut(); MoveToNext()) SetCurData(src[i++]);
+  zt::detail::FillOrCut(*this, old, [&] {
+    ZtLong i = 0;
+    for (MoveTo(old); !IsOut(); MoveToNext()) SetCurData(src[i++]);
+  });
   return *this;
 }
 

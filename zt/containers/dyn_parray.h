@@ -166,6 +166,7 @@ void ZtDynPArray<T>::ReAllocate(ZtLong n) {
   const ZtLong old = this->m_length;
   if (n > old) {
     Base::ReAllocate(n);
+    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): the growth left n slots
     for (ZtLong i = old; i < n; ++i) this->m_data[i] = nullptr;
   } else if (n < old) {
     for (ZtLong i = n; i < old; ++i) {

@@ -53,6 +53,7 @@
 #include "zt/config.h"
 #include "zt/containers/dyn_array_base.h"
 #include "zt/containers/internal/element_ops.h"
+#include "zt/containers/internal/sequence_ops.h"
 #include "zt/containers/internal/sort.h"
 
 // The list bodies of ZtList<T> also walk the nodes of the doubly linked lists, whose node type
@@ -411,7 +412,7 @@ void ZtList<T>::ReAllocate(ZtLong n) {
   try {
     for (ZtLong k = n - m_length; k > 0; --k) Append(T());
   } catch (...) {
-    for (ZtLong k = m_length - old; k > 0; --k) this->DelTail();
+    zt::detail::CutTo(*this, old);
     SetCursor(node, cur);
     throw;
   }
@@ -425,7 +426,7 @@ void ZtList<T>::SetLength(ZtLong n, bool /*keep*/) {
     ReAllocate(n);
     return;
   }
-  for (ZtLong k = m_length - n; k > 0; --k) this->DelTail();
+  zt::detail::CutTo(*this, n);
 }
 
 template <class T>

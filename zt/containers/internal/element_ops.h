@@ -95,6 +95,28 @@ void MoveRange(T* dst, const T* src, ZtLong n) {
   }
 }
 
+// Moves data[at..length) up one place, into the spare slot data[length], and stores v at
+// data[at], the way InsertCur's loop does. When an assignment throws, the elements already moved
+// go back, so that data[0..length) holds what it held before, and the exception passes on (should
+// moving one back throw as well, that exception passes on instead, one element then held twice).
+template <class T>
+void OpenSlot(T* data, ZtLong length, ZtLong at, const T& v) {
+  if constexpr (std::is_nothrow_copy_assignable_v<T>) {
+    MoveRange(data + at + 1, data + at, length - at);
+    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): the caller grew data to length + 1
+    data[at] = v;
+  } else {
+    ZtLong i = length;  // the slot being assigned
+    try {
+      for (; i > at; --i) data[i] = data[i - 1];
+      data[at] = v;
+    } catch (...) {
+      for (; i < length; ++i) data[i] = data[i + 1];
+      throw;
+    }
+  }
+}
+
 // A new buffer of `size` slots (null when size is 0) whose first `n` elements are copies of
 // src[0..n). Either returns the filled buffer or throws with nothing allocated.
 template <class T>

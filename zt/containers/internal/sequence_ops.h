@@ -88,6 +88,36 @@ bool InsertSorted(Seq& s, const V& v, bool found, bool dup, Same same) {
   return true;
 }
 
+// Removes elements from the tail of `s` with DelTail until it holds n; stops should a DelTail
+// remove nothing.
+template <class Seq>
+void CutTo(Seq& s, ZtLong n) {
+  for (ZtLong before = s.GetLength(); before > n; before = s.GetLength()) {
+    s.DelTail();
+    if (s.GetLength() >= before) return;
+  }
+}
+
+// Runs fill(), a cursor walk that overwrites the elements of `s` from index `keep` on. When an
+// element's copy throws there, `s` is cut back to its first `keep` elements (emptied with Reset
+// when `keep` is 0) and its cursor put back, so that it holds nothing the copy did not produce;
+// the exception passes on.
+template <class Seq, class Fill>
+void FillOrCut(Seq& s, ZtLong keep, Fill fill) {
+  const ZtLong cur = s.GetCur();
+  try {
+    fill();
+  } catch (...) {
+    if (keep == 0) {
+      s.Reset();
+    } else {
+      CutTo(s, keep);
+    }
+    s.MoveTo(cur);
+    throw;
+  }
+}
+
 }  // namespace zt::detail
 
 #endif  // ZT_CONTAINERS_INTERNAL_SEQUENCE_OPS_H_
