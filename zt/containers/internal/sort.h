@@ -51,15 +51,10 @@ constexpr bool kPlainOrder = std::is_arithmetic_v<T> || std::is_pointer_v<T> ||
                              std::conjunction_v<std::is_enum<T>, std::negation<HasOwnLess<T>>,
                                                 std::negation<HasOwnGreater<T>>>;
 
-// True when the dynamic type of obj is exactly one of Exact. Without RTTI: false.
+// True when the dynamic type of obj is exactly one of Exact.
 template <class... Exact, class Obj>
 bool IsExactly(const Obj& obj) {
-#if ZT_HAS_RTTI
   return ((typeid(obj) == typeid(Exact)) || ...);
-#else
-  static_cast<void>(obj);
-  return false;
-#endif
 }
 
 template <class T>
