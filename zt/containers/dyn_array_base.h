@@ -129,17 +129,23 @@ class ZtDynArrayBase {
   /// v becomes element i (MoveTo(i), InsertCur(v)); cursor on it. When the insertion throws, the
   /// cursor is restored.
   virtual void Insert(ZtLong i, const T& v) {
-    PositionAndInsert([this, i] { MoveTo(i); }, v);
+    const ZtLong cur = m_cur;
+    MoveTo(i);
+    InsertOrRestore(cur, v);
   }
   /// v becomes element 0 (MoveToFirst(), InsertCur(v)); cursor on it. When the insertion throws,
   /// the cursor is restored.
   virtual void InsertHead(const T& v) {
-    PositionAndInsert([this] { MoveToFirst(); }, v);
+    const ZtLong cur = m_cur;
+    MoveToFirst();
+    InsertOrRestore(cur, v);
   }
   /// v becomes the last element (MoveTo(length), InsertCur(v)); returns its index and leaves the
   /// cursor on it. When the insertion throws, the cursor is restored.
   virtual ZtLong Append(const T& v) {
-    PositionAndInsert([this] { MoveTo(m_length); }, v);
+    const ZtLong cur = m_cur;
+    MoveTo(m_length);
+    InsertOrRestore(cur, v);
     return m_cur;
   }
   /// Removes the element at the cursor; the cursor moves to the element before it (-1 after
@@ -264,12 +270,9 @@ class ZtDynArrayBase {
   ZtLong m_cur = -1;
 
  private:
-  // Runs `position`, then InsertCur(v), putting the cursor back where it was if the insertion
-  // throws.
-  template <class Position>
-  void PositionAndInsert(Position position, const T& v) {
-    const ZtLong cur = m_cur;
-    position();
+  // InsertCur(v) at the cursor the caller has set, putting the cursor back on `cur` (where it
+  // was before) if the insertion throws.
+  void InsertOrRestore(ZtLong cur, const T& v) {
     try {
       InsertCur(v);
     } catch (...) {
